@@ -1,0 +1,13 @@
+# Third-party libraries, all from Debian packages (scripts/install-deps.sh).
+find_package(PkgConfig REQUIRED)
+pkg_check_modules(COIN_CBC REQUIRED IMPORTED_TARGET cbc)
+pkg_check_modules(COIN_CLP REQUIRED IMPORTED_TARGET clp osi-clp)
+pkg_check_modules(COIN_UTILS REQUIRED IMPORTED_TARGET coinutils)
+find_package(ZLIB REQUIRED)
+find_package(Threads REQUIRED)
+if(ZELQ_BUILD_TESTS)
+  find_package(GTest REQUIRED)
+endif()
+if(ZELQ_BUILD_BENCH)
+  find_package(benchmark QUIET)
+endif()

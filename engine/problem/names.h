@@ -1,0 +1,36 @@
+// Element names with a lazily built name-to-index map.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+namespace zelq::engine {
+
+class NameList {
+ public:
+  int size() const { return static_cast<int>(names_.size()); }
+  // Appends `count` unnamed elements or one named element.
+  void AddUnnamed(int count);
+  void Add(const char* name);
+  void Set(int i, const char* name);
+  // The stored name, empty when the element has none.
+  const std::string& Get(int i) const { return names_[i]; }
+  // Stored name or the default `prefix` + index ("C12", "R3").
+  std::string Display(int i, char prefix) const;
+  // Index of the element with this name, -1 when none. The map is built on first use after a
+  // change, so adding many named elements costs no hashing until someone looks one up.
+  int Find(std::string_view name) const;
+  bool AnyNamed() const { return named_ > 0; }
+  void Delete(const std::vector<char>& drop);
+  void Clear();
+
+ private:
+  std::vector<std::string> names_;
+  int named_ = 0;
+  mutable std::unordered_map<std::string_view, int> index_;
+  mutable bool indexValid_ = false;
+};
+
+}  // namespace zelq::engine

@@ -1,0 +1,54 @@
+#include "problem/problem.h"
+
+#include <algorithm>
+
+namespace zelq::engine {
+
+bool Problem::IsMip() const {
+  return std::any_of(colType.begin(), colType.end(), [](char t) { return t == 'B' || t == 'I'; });
+}
+
+int Problem::CountType(char t) const {
+  return static_cast<int>(std::count(colType.begin(), colType.end(), t));
+}
+
+void Problem::Clear() { *this = Problem{}; }
+
+void Problem::ColumnMatrix(std::vector<int>& beg, std::vector<int>& idx,
+                           std::vector<double>& val) const {
+  beg.assign(cols() + 1, 0);
+  for (int r = 0; r < rows(); ++r)
+    for (int c : matrix.RowIdx(r)) ++beg[c + 1];
+  for (int c = 0; c < cols(); ++c) beg[c + 1] += beg[c];
+  idx.resize(beg[cols()]);
+  val.resize(beg[cols()]);
+  std::vector<int> next(beg.begin(), beg.end() - 1);
+  for (int r = 0; r < rows(); ++r) {
+    auto ri = matrix.RowIdx(r);
+    auto rv = matrix.RowVal(r);
+    for (size_t k = 0; k < ri.size(); ++k) {
+      const int at = next[ri[k]]++;
+      idx[at] = r;
+      val[at] = rv[k];
+    }
+  }
+}
+
+static double ClampInf(double v) { return v >= kInf ? kInf : (v <= -kInf ? -kInf : v); }
+
+bool SenseToBounds(char sense, double bound, double upper, double* lo, double* up) {
+  switch (sense) {
+    case 'L': *lo = -kInf; *up = bound; break;
+    case 'G': *lo = bound; *up = kInf; break;
+    case 'E': *lo = bound; *up = bound; break;
+    case 'N': *lo = -kInf; *up = kInf; break;
+    case 'R':
+    case 0: *lo = bound; *up = upper; break;
+    default: return false;
+  }
+  *lo = ClampInf(*lo);
+  *up = ClampInf(*up);
+  return true;
+}
+
+}  // namespace zelq::engine

@@ -1,0 +1,47 @@
+// Stops a running Clp or Cbc solve on ZELQ_Interrupt or at the wall-clock time limit. The
+// solvers copy their event handlers, so the handlers only point at one shared SolveControl.
+#pragma once
+
+#include <atomic>
+#include <chrono>
+
+#include "CbcEventHandler.hpp"
+#include "ClpEventHandler.hpp"
+
+namespace zelq::engine {
+
+struct SolveControl {
+  enum Reason { kNone = 0, kInterrupted, kTimeLimit };
+
+  SolveControl(std::atomic<bool>* interruptFlag, double timeLimit);
+  // Polled by the handlers; remembers why it said stop.
+  bool ShouldStop();
+  double Elapsed() const;
+
+  std::atomic<bool>* interrupt;
+  std::chrono::steady_clock::time_point start;
+  double timeLimit;  // seconds; >= 1e30: none
+  std::atomic<int> reason{kNone};
+};
+
+class ClpStopHandler : public ClpEventHandler {
+ public:
+  explicit ClpStopHandler(SolveControl* control) : control_(control) {}
+  int event(Event whichEvent) override;
+  ClpEventHandler* clone() const override { return new ClpStopHandler(*this); }
+
+ private:
+  SolveControl* control_;
+};
+
+class CbcStopHandler : public CbcEventHandler {
+ public:
+  explicit CbcStopHandler(SolveControl* control) : control_(control) {}
+  CbcAction event(CbcEvent whichEvent) override;
+  CbcEventHandler* clone() const override { return new CbcStopHandler(*this); }
+
+ private:
+  SolveControl* control_;
+};
+
+}  // namespace zelq::engine

@@ -1,0 +1,8 @@
+#!/usr/bin/env bash
+# Configures and builds one preset: release (default), debug or asan.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+preset="${1:-release}"
+bash scripts/install-deps.sh
+cmake --preset "$preset" >/dev/null
+cmake --build --preset "$preset"
