@@ -38,6 +38,18 @@ int CheckList(ZELQprob* prob, int num, const int* list, int limit, const char* w
   return ZELQ_RETCODE_OK;
 }
 
+int CheckGetList(ZELQprob* prob, int num, const int* list, int limit, const char* what) {
+  if (list == nullptr && num != limit) {
+    if (int rc = CheckCount(prob, num, what)) return rc;
+    if (num == 0) return ZELQ_RETCODE_OK;
+    return Fail(prob, ZELQ_RETCODE_INVALID,
+                "the index list is null but num = %d; pass num = %d (all %s) or a list", num,
+                limit, what);
+  }
+  if (list == nullptr) return ZELQ_RETCODE_OK;
+  return CheckList(prob, num, list, limit, what);
+}
+
 int CheckFinite(ZELQprob* prob, int num, const double* v, const char* what) {
   if (v == nullptr) return ZELQ_RETCODE_OK;
   for (int k = 0; k < num; ++k)
@@ -88,23 +100,29 @@ void DupMarker::Begin(int limit) {
 }
 
 int CheckSparse(ZELQprob* prob, DupMarker& marks, int n, const int* idx, const double* val,
-                int limit, const char* what) {
+                int limit, const char* what, int number) {
+  // The label is only formatted when a check fails, so good input pays nothing for it.
+  auto label = [&]() {
+    std::string l = what;
+    if (number >= 0) l += " " + std::to_string(number);
+    return l;
+  };
   if (n < 0)
-    return Fail(prob, ZELQ_RETCODE_INVALID, "%s: entry count %d is negative", what, n);
+    return Fail(prob, ZELQ_RETCODE_INVALID, "%s: entry count %d is negative", label().c_str(), n);
   if (n > 0 && (idx == nullptr || val == nullptr))
     return Fail(prob, ZELQ_RETCODE_INVALID, "%s: %d entries but a null index or value array",
-                what, n);
+                label().c_str(), n);
   marks.Begin(limit);
   for (int k = 0; k < n; ++k) {
     const int i = idx[k];
     if (i < 0 || i >= limit)
-      return Fail(prob, ZELQ_RETCODE_INVALID, "%s: entry %d has index %d outside [0, %d)", what,
-                  k, i, limit);
+      return Fail(prob, ZELQ_RETCODE_INVALID, "%s: entry %d has index %d outside [0, %d)",
+                  label().c_str(), k, i, limit);
     if (marks.Seen(i))
-      return Fail(prob, ZELQ_RETCODE_INVALID, "%s: index %d appears twice", what, i);
+      return Fail(prob, ZELQ_RETCODE_INVALID, "%s: index %d appears twice", label().c_str(), i);
     if (!std::isfinite(val[k]) || std::fabs(val[k]) >= kInf)
       return Fail(prob, ZELQ_RETCODE_INVALID, "%s: entry %d (index %d) has value %g, not finite",
-                  what, k, i, val[k]);
+                  label().c_str(), k, i, val[k]);
   }
   return ZELQ_RETCODE_OK;
 }
@@ -138,31 +156,32 @@ int CheckGroups(ZELQprob* prob, int n, const int* beg, const int* cnt, const int
     return Fail(prob, ZELQ_RETCODE_INVALID, "%lld entries but a null index or value array",
                 static_cast<long long>(out->total));
   DupMarker marks;
-  char what[64];
   for (int k = 0; k < n; ++k) {
     if (out->len[k] == 0) continue;
-    std::snprintf(what, sizeof what, "%s %d", groupWord, k);
     const int64_t b = out->off[k];
-    if (int rc = CheckSparse(prob, marks, out->len[k], idx + b, val + b, limit, what)) return rc;
+    if (int rc = CheckSparse(prob, marks, out->len[k], idx + b, val + b, limit, groupWord, k))
+      return rc;
   }
   return ZELQ_RETCODE_OK;
 }
 
-int RowBoundsOne(ZELQprob* prob, char sense, double bound, double upper, double* lo, double* up) {
+int RowBoundsOne(ZELQprob* prob, char sense, double bound, double upper, double* lo, double* up,
+                 int number) {
+  const std::string row = number >= 0 ? "row " + std::to_string(number) + ": " : "";
   if (!SenseToBounds(sense, bound, upper, lo, up))
     return Fail(prob, ZELQ_RETCODE_INVALID,
-                "sense '%c' (%d) is not a row sense; use 'L', 'G', 'E', 'N', 'R' or 0",
-                (sense >= 32 && sense < 127) ? sense : '?', static_cast<int>(sense));
+                "%ssense '%c' (%d) is not a row sense; use 'L', 'G', 'E', 'N', 'R' or 0",
+                row.c_str(), (sense >= 32 && sense < 127) ? sense : '?', static_cast<int>(sense));
   const bool ranged = sense == 'R' || sense == 0;
   if (sense != 'N' && std::isnan(bound))
-    return Fail(prob, ZELQ_RETCODE_INVALID, "row bound is NaN");
+    return Fail(prob, ZELQ_RETCODE_INVALID, "%srow bound is NaN", row.c_str());
   if (ranged && std::isnan(upper))
-    return Fail(prob, ZELQ_RETCODE_INVALID, "row upper bound is NaN");
+    return Fail(prob, ZELQ_RETCODE_INVALID, "%srow upper bound is NaN", row.c_str());
   if (*lo >= kInf || *up <= -kInf)
     return Fail(prob, ZELQ_RETCODE_INVALID,
-                "sense '%c' with bound %g and upper %g gives row bounds [%g, %g], which no value "
+                "%ssense '%c' with bound %g and upper %g gives row bounds [%g, %g], which no value "
                 "satisfies (a lower bound of +1e30 or an upper bound of -1e30)",
-                sense ? sense : 'R', bound, upper, *lo, *up);
+                row.c_str(), sense ? sense : 'R', bound, upper, *lo, *up);
   return ZELQ_RETCODE_OK;
 }
 
@@ -178,10 +197,7 @@ int RowBoundsFromArrays(ZELQprob* prob, int n, const char* sense, const double* 
                   "row %d has sense '%c' but the upper bound array is null", k, s ? s : 'R');
     const double b = bound ? bound[k] : (sense ? 0.0 : -kInf);
     const double u = upper ? upper[k] : kInf;
-    if (int rc = RowBoundsOne(prob, s, b, u, &(*lo)[k], &(*up)[k])) {
-      std::string msg = prob->lastError;
-      return Fail(prob, rc, "row %d: %s", k, msg.c_str() + msg.find(": ") + 2);
-    }
+    if (int rc = RowBoundsOne(prob, s, b, u, &(*lo)[k], &(*up)[k], k)) return rc;
   }
   return ZELQ_RETCODE_OK;
 }

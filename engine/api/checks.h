@@ -19,6 +19,10 @@ int CheckPtr(ZELQprob* prob, int num, const void* p, const char* what);
 int CheckIndex(ZELQprob* prob, int i, int limit, const char* what);
 // num >= 0, list non-null when num > 0, every entry in [0, limit).
 int CheckList(ZELQprob* prob, int num, const int* list, int limit, const char* what);
+// For getters: list null means all elements and then requires num == limit; otherwise as
+// CheckList.
+int CheckGetList(ZELQprob* prob, int num, const int* list, int limit, const char* what);
+inline int ListAt(const int* list, int k) { return list ? list[k] : k; }
 // Finite values (objective coefficients, matrix entries, constants).
 int CheckFinite(ZELQprob* prob, int num, const double* v, const char* what);
 // Lower bounds: not NaN, not +inf. Upper bounds: not NaN, not -inf.
@@ -44,9 +48,10 @@ class DupMarker {
 };
 
 // Checks one sparse vector: n >= 0, idx/val non-null when n > 0, indices in [0, limit) and
-// distinct, values finite. `what` names the vector ("row 3", "column 0").
+// distinct, values finite. `what` and `number` name the vector in messages ("row 3"; number -1:
+// just "row").
 int CheckSparse(ZELQprob* prob, DupMarker& marks, int n, const int* idx, const double* val,
-                int limit, const char* what);
+                int limit, const char* what, int number = -1);
 
 // A compressed list of groups (CSR rows or CSC columns): beg/cnt as in the C interface
 // (beg null: all groups empty; cnt null: beg[k+1] - beg[k]). Checks the offsets and every
@@ -64,8 +69,9 @@ int CheckGroups(ZELQprob* prob, int n, const int* beg, const int* cnt, const int
 // upper is needed by 'R'/0 rows). Checks senses and values; fills lo/up.
 int RowBoundsFromArrays(ZELQprob* prob, int n, const char* sense, const double* bound,
                         const double* upper, std::vector<double>* lo, std::vector<double>* up);
-// The same for one row.
-int RowBoundsOne(ZELQprob* prob, char sense, double bound, double upper, double* lo, double* up);
+// The same for one row; `number` >= 0 names the row in messages.
+int RowBoundsOne(ZELQprob* prob, char sense, double bound, double upper, double* lo, double* up,
+                 int number = -1);
 
 // Copies text into a caller buffer: reqSize gets strlen + 1 when not null; buff null is a size
 // query; a buffer too small is filled with a cut-short copy and gives code 3.

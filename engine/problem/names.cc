@@ -1,37 +1,44 @@
 #include "problem/names.h"
 
+#include <algorithm>
+
 namespace zelq::engine {
 
-void NameList::AddUnnamed(int count) {
-  // Growing the vector may move short strings the index points into; rebuild later then.
-  if (names_.size() + count > names_.capacity()) indexValid_ = false;
-  names_.resize(names_.size() + count);
-}
+void NameList::AddUnnamed(int count) { count_ += count; }
 
 void NameList::Add(const char* name) {
-  const bool moves = names_.size() == names_.capacity();
-  names_.emplace_back(name ? name : "");
-  if (names_.back().empty()) {
-    if (moves) indexValid_ = false;
+  if (name == nullptr || *name == '\0') {
+    ++count_;
     return;
   }
-  ++named_;
-  if (moves) {
+  // Growing the vector may move short strings the index points into; rebuild later then.
+  const size_t need = static_cast<size_t>(count_) + 1;
+  if (need > names_.capacity()) {
     indexValid_ = false;
-  } else if (indexValid_) {
-    index_.emplace(names_.back(), size() - 1);  // keeps the first holder of a duplicate
+    names_.reserve(std::max(need, 2 * names_.capacity()));
   }
+  names_.resize(count_);
+  names_.emplace_back(name);
+  ++count_;
+  ++named_;
+  if (indexValid_) index_.emplace(names_.back(), count_ - 1);  // keeps the first of duplicates
 }
 
 void NameList::Set(int i, const char* name) {
+  const bool empty = name == nullptr || *name == '\0';
+  if (i >= static_cast<int>(names_.size())) {
+    if (empty) return;
+    names_.resize(i + 1);
+  }
   named_ -= !names_[i].empty();
-  names_[i] = name ? name : "";
-  named_ += !names_[i].empty();
+  names_[i] = empty ? "" : name;
+  named_ += !empty;
   indexValid_ = false;
 }
 
 std::string NameList::Display(int i, char prefix) const {
-  if (!names_[i].empty()) return names_[i];
+  const std::string& n = Get(i);
+  if (!n.empty()) return n;
   return prefix + std::to_string(i);
 }
 
@@ -40,7 +47,7 @@ int NameList::Find(std::string_view name) const {
   if (!indexValid_) {
     index_.clear();
     index_.reserve(named_);
-    for (int i = 0; i < size(); ++i)
+    for (int i = 0; i < static_cast<int>(names_.size()); ++i)
       if (!names_[i].empty()) index_.emplace(names_[i], i);
     indexValid_ = true;
   }
@@ -58,11 +65,15 @@ void NameList::Delete(const std::vector<char>& drop) {
     ++out;
   }
   names_.resize(out);
+  int kept = 0;
+  for (char d : drop) kept += !d;
+  count_ = kept;
   indexValid_ = false;
 }
 
 void NameList::Clear() {
   names_.clear();
+  count_ = 0;
   named_ = 0;
   index_.clear();
   indexValid_ = false;

@@ -10,13 +10,16 @@ namespace zelq::engine {
 
 class NameList {
  public:
-  int size() const { return static_cast<int>(names_.size()); }
+  int size() const { return count_; }
   // Appends `count` unnamed elements or one named element.
   void AddUnnamed(int count);
   void Add(const char* name);
   void Set(int i, const char* name);
   // The stored name, empty when the element has none.
-  const std::string& Get(int i) const { return names_[i]; }
+  const std::string& Get(int i) const {
+    static const std::string kEmpty;
+    return i < static_cast<int>(names_.size()) ? names_[i] : kEmpty;
+  }
   // Stored name or the default `prefix` + index ("C12", "R3").
   std::string Display(int i, char prefix) const;
   // Index of the element with this name, -1 when none. The map is built on first use after a
@@ -27,7 +30,10 @@ class NameList {
   void Clear();
 
  private:
+  // Names of elements [0, names_.size()); later elements are unnamed, so a problem without
+  // names (or named only at the front) spends no memory on them.
   std::vector<std::string> names_;
+  int count_ = 0;
   int named_ = 0;
   mutable std::unordered_map<std::string_view, int> index_;
   mutable bool indexValid_ = false;

@@ -52,3 +52,39 @@ bool SenseToBounds(char sense, double bound, double upper, double* lo, double* u
 }
 
 }  // namespace zelq::engine
+
+namespace zelq::engine {
+
+void ExtraRows::Add(int n, const int* rowIdx, const double* rowVal, double lo, double up,
+                    const char* name) {
+  if (beg.empty()) beg.push_back(0);
+  for (int k = 0; k < n; ++k) {
+    if (rowVal[k] == 0.0) continue;
+    idx.push_back(rowIdx[k]);
+    val.push_back(rowVal[k]);
+  }
+  beg.push_back(static_cast<int>(idx.size()));
+  lower.push_back(lo);
+  upper.push_back(up);
+  names.emplace_back(name ? name : "");
+}
+
+void ExtraRows::RenumberCols(const std::vector<int>& newIndex) {
+  int out = 0;
+  for (int r = 0; r < count(); ++r) {
+    const int b = beg[r], e = beg[r + 1];
+    beg[r] = out;
+    for (int k = b; k < e; ++k) {
+      const int c = newIndex[idx[k]];
+      if (c < 0) continue;
+      idx[out] = c;
+      val[out] = val[k];
+      ++out;
+    }
+  }
+  if (!beg.empty()) beg[count()] = out;
+  idx.resize(out);
+  val.resize(out);
+}
+
+}  // namespace zelq::engine

@@ -22,6 +22,10 @@ struct ExtraRows {
   std::vector<std::string> names;
   int count() const { return static_cast<int>(lower.size()); }
   void Clear() { *this = ExtraRows{}; }
+  // Appends a row (entries already checked; zeros are kept out).
+  void Add(int n, const int* rowIdx, const double* rowVal, double lo, double up, const char* name);
+  // Column renumbering after deletions (newIndex[c] == -1: entry dropped). O(entries).
+  void RenumberCols(const std::vector<int>& newIndex);
 };
 
 struct Problem {

@@ -2,6 +2,7 @@
 // Every line passes through Line(); the Coin message handler and the engine's own notes use it.
 #pragma once
 
+#include <atomic>
 #include <cstdarg>
 #include <cstdio>
 #include <mutex>
@@ -27,8 +28,9 @@ class Logger {
   void Printf(const char* fmt, ...) __attribute__((format(printf, 2, 3)));
 
  private:
-  bool enabled_ = true;
-  bool console_ = true;
+  // Switched by parameter changes while a solve may be logging from another thread.
+  std::atomic<bool> enabled_{true};
+  std::atomic<bool> console_{true};
   std::FILE* file_ = nullptr;
   Callback cb_ = nullptr;
   void* cbData_ = nullptr;

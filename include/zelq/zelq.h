@@ -249,7 +249,9 @@ ZELQ_API int ZELQ_AddRows(ZELQprob *prob, int nRow, const int *rowMatBeg, const 
 /* Delete listed columns / rows (duplicates allowed); survivors are renumbered in order. */
 ZELQ_API int ZELQ_DelCols(ZELQprob *prob, int num, const int *list);
 ZELQ_API int ZELQ_DelRows(ZELQprob *prob, int num, const int *list);
-/* Matrix data of listed columns / rows in CSC / CSR form; size query with null buffers. */
+/* Matrix data of listed columns / rows in CSC / CSR form (list null: all, with num = count).
+   beg and cnt get num entries each (either may be null); *pReqSize gets the number of entries.
+   Size query: idx and elem null. Element buffers shorter than the entries (nElemSize) give 3. */
 ZELQ_API int ZELQ_GetCols(ZELQprob *prob, int num, const int *list, int *colMatBeg,
                           int *colMatCnt, int *colMatIdx, double *colMatElem, int nElemSize,
                           int *pReqSize);
@@ -278,7 +280,8 @@ ZELQ_API int ZELQ_SetRowNames(ZELQprob *prob, int num, const int *list,
 /* Index of a named column / row; -1 when no element has that name (still returns 0). */
 ZELQ_API int ZELQ_GetColIdx(ZELQprob *prob, const char *name, int *p_idx);
 ZELQ_API int ZELQ_GetRowIdx(ZELQprob *prob, const char *name, int *p_idx);
-/* Name of a column / row ("C<j>" / "R<i>" when unnamed); pReqSize gets the size with terminator. */
+/* Name of a column / row ("C<j>" / "R<i>" when unnamed); pReqSize gets the size with terminator.
+   buff null is a size query; a buffer too short gets a cut-short copy and the call returns 3. */
 ZELQ_API int ZELQ_GetColName(ZELQprob *prob, int iCol, char *buff, int buffLen, int *pReqSize);
 ZELQ_API int ZELQ_GetRowName(ZELQprob *prob, int iRow, char *buff, int buffLen, int *pReqSize);
 /* Per-element information by name (ZELQ_DBLINFO_*); list null with num = count means all. */

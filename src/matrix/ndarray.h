@@ -10,7 +10,11 @@
 //
 //   NdArray<double, 2> a = ...;               // (2, 3)
 //   NdArray<double, 2> t = a.Transpose();     // (3, 2), same storage
-//   double total = t.Sum().FirstElement();
+//   NdArray<double, 0> total = t.Sum();
+//
+// The header layer offers applications a value class of the same name over
+// Zelq::INdArray. The two never meet: library sources do not include the
+// header layer, and its classes are hidden inside the shared library.
 #ifndef ZELQ_MATRIX_NDARRAY_H_
 #define ZELQ_MATRIX_NDARRAY_H_
 
@@ -94,6 +98,7 @@ class NdArray {
   // Whether every position the shape reaches lies inside the storage.
   bool Reaches(const NDim<N>& shape) const;
   NdArray Expand(int count, int axis, bool repeat) const;
+  void CopyExpanded(NdArray& result, int axis, uint64_t count, bool repeat) const;
   void WriteText(std::string& text) const;
 
   NDim<N> shape_;

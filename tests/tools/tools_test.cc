@@ -1,6 +1,8 @@
 // Runs the command-line tools on shipped instances and checks what they print.
 #include <gtest/gtest.h>
 
+#include <sys/wait.h>
+
 #include <cstdio>
 #include <sstream>
 #include <string>
@@ -8,13 +10,13 @@
 
 namespace {
 
-struct Run {
+struct ToolRun {
   int exitCode = -1;
   std::string out;
 };
 
-Run Execute(const std::string& cmd) {
-  Run r;
+ToolRun Execute(const std::string& cmd) {
+  ToolRun r;
   std::FILE* p = popen((cmd + " 2>&1").c_str(), "r");
   if (!p) return r;
   char buf[4096];
@@ -42,7 +44,7 @@ std::vector<std::string> Fields(const std::string& line) {
 const std::string kData = ZELQ_TEST_DATA;
 
 TEST(RegressTool, SolvesIndexAndReportsEveryRow) {
-  Run r = Execute(std::string(ZELQ_REGRESS_BIN) + " " + kData + "/regress/INDEX.tsv " + kData);
+  ToolRun r = Execute(std::string(ZELQ_REGRESS_BIN) + " " + kData + "/regress/INDEX.tsv " + kData);
   ASSERT_EQ(r.exitCode, 0) << r.out;
   std::vector<std::string> lines = Lines(r.out);
   ASSERT_EQ(lines.size(), 7u) << r.out;
@@ -68,29 +70,29 @@ TEST(RegressTool, SolvesIndexAndReportsEveryRow) {
 
 TEST(RegressTool, RejectsBadArguments) {
   EXPECT_EQ(Execute(ZELQ_REGRESS_BIN).exitCode, 2);
-  Run missing = Execute(std::string(ZELQ_REGRESS_BIN) + " /nonexistent/INDEX.tsv /tmp");
+  ToolRun missing = Execute(std::string(ZELQ_REGRESS_BIN) + " /nonexistent/INDEX.tsv /tmp");
   EXPECT_EQ(missing.exitCode, 2);
   EXPECT_NE(missing.out.find("cannot open index '/nonexistent/INDEX.tsv'"), std::string::npos);
 }
 
 TEST(SolveTool, SolvesShippedMipAndReportsErrors) {
-  Run ok = Execute(std::string(ZELQ_SOLVE_BIN) + " " + kData + "/regress/p0033.mps Logging=0");
+  ToolRun ok = Execute(std::string(ZELQ_SOLVE_BIN) + " " + kData + "/p0033.mps Logging=0");
   ASSERT_EQ(ok.exitCode, 0) << ok.out;
   EXPECT_NE(ok.out.find("Status: optimal"), std::string::npos) << ok.out;
   EXPECT_NE(ok.out.find("Objective: 3089"), std::string::npos) << ok.out;
 
-  Run missing = Execute(std::string(ZELQ_SOLVE_BIN) + " /nonexistent/model.mps");
+  ToolRun missing = Execute(std::string(ZELQ_SOLVE_BIN) + " /nonexistent/model.mps");
   EXPECT_EQ(missing.exitCode, 1);
   EXPECT_NE(missing.out.find("reading /nonexistent/model.mps failed (code 2"), std::string::npos)
       << missing.out;
 
-  Run badParam = Execute(std::string(ZELQ_SOLVE_BIN) + " " + kData +
-                         "/regress/afiro.mps NoSuchParam=1");
+  ToolRun badParam = Execute(std::string(ZELQ_SOLVE_BIN) + " " + kData +
+                         "/afiro.mps NoSuchParam=1");
   EXPECT_EQ(badParam.exitCode, 1);
   EXPECT_NE(badParam.out.find("unknown parameter 'NoSuchParam'"), std::string::npos);
 
-  Run badValue = Execute(std::string(ZELQ_SOLVE_BIN) + " " + kData +
-                         "/regress/afiro.mps TimeLimit=-5");
+  ToolRun badValue = Execute(std::string(ZELQ_SOLVE_BIN) + " " + kData +
+                         "/afiro.mps TimeLimit=-5");
   EXPECT_EQ(badValue.exitCode, 1);
   EXPECT_NE(badValue.out.find("setting TimeLimit failed (code 3"), std::string::npos)
       << badValue.out;

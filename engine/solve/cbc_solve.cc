@@ -1,0 +1,245 @@
+// MIP solves with Cbc. The in-memory model is handed to Cbc's full driver (CbcMain0/CbcMain1:
+// preprocessing, the standard Cgl cut generators and primal heuristics with the driver's tuned
+// defaults), so the engine solves as strongly as the cbc command line. Our parameters become
+// driver arguments; interrupts, the wall-clock limit and logging go through handlers.
+#include <algorithm>
+#include <cmath>
+#include <mutex>
+#include <string>
+#include <vector>
+
+#include "CbcModel.hpp"
+#include "CbcSolver.hpp"
+#include "OsiClpSolverInterface.hpp"
+#include "api/guard.h"
+#include "solve/cbc_internal.h"
+#include "solve/coin_log.h"
+#include "solve/coin_model.h"
+#include "solve/solve_control.h"
+#include "solve/solver.h"
+
+namespace zelq::engine {
+
+namespace {
+
+constexpr int kPoolSize = 10;
+
+std::string Num(double v) {
+  char buf[64];
+  std::snprintf(buf, sizeof buf, "%.17g", v);
+  return buf;
+}
+
+bool AnyBranchFactor(const Problem& p) {
+  for (double f : p.branchFactor)
+    if (f != 0.0) return true;
+  return false;
+}
+
+int ThreadCount(const ZELQprob* prob) {
+  int t = prob->params.Get(IntParam::Threads);
+  // Auto is one thread: Cbc's parallel search is not deterministic and gains little on the
+  // small shared machines this engine targets; ask for more explicitly.
+  return t <= 0 ? 1 : t;
+}
+
+// Driver arguments for our parameters.
+std::vector<std::string> DriverArgs(const ZELQprob* prob, int logLevel) {
+  const ParamSet& ps = prob->params;
+  std::vector<std::string> a = {"zelq", "-log", std::to_string(logLevel), "-slog",
+                                std::to_string(logLevel > 1 ? 1 : 0)};
+  auto add = [&a](const char* k, const std::string& v) {
+    a.push_back(k);
+    a.push_back(v);
+  };
+  if (ps.Get(DblParam::TimeLimit) < 1e30) {
+    add("-sec", Num(ps.Get(DblParam::TimeLimit)));
+    add("-timeMode", "elapsed");
+  }
+  if (ps.Get(IntParam::NodeLimit) >= 0) add("-maxNodes", std::to_string(ps.Get(IntParam::NodeLimit)));
+  add("-ratioGap", Num(ps.Get(DblParam::RelGap)));
+  add("-allowableGap", Num(ps.Get(DblParam::AbsGap)));
+  // Tolerances go to the driver only when set: its own defaults are what its cut and
+  // heuristic settings are tuned for (passing 1e-6 measurably slowed MIPLIB's misc07).
+  if (!ps.IsDefault(DblParam::IntTol)) add("-integerTolerance", Num(ps.Get(DblParam::IntTol)));
+  if (!ps.IsDefault(DblParam::FeasTol)) add("-primalTolerance", Num(ps.Get(DblParam::FeasTol)));
+  if (!ps.IsDefault(DblParam::DualTol)) add("-dualTolerance", Num(ps.Get(DblParam::DualTol)));
+  add("-maxSavedSolutions", std::to_string(kPoolSize));
+  int threads = ThreadCount(prob);
+  if (threads > 1) add("-threads", std::to_string(threads));
+  if (ps.Get(IntParam::Presolve) == 0) {
+    add("-presolve", "off");
+    add("-preprocess", "off");
+  } else if (AnyBranchFactor(prob->problem)) {
+    add("-preprocess", "off");  // preprocessing renumbers columns and drops priorities
+  }
+  if (ps.Get(IntParam::Scaling) == 0) add("-scaling", "off");
+  if (ps.Get(IntParam::CutLevel) == 0) add("-cuts", "off");
+  if (ps.Get(IntParam::HeurLevel) == 0) add("-heuristics", "off");
+  a.push_back("-solve");
+  a.push_back("-quit");
+  return a;
+}
+
+// Larger branch factor: branched on earlier. Cbc takes smaller numbers first; default 1000.
+void PassPriorities(const Problem& p, CbcModel* model) {
+  if (!AnyBranchFactor(p)) return;
+  model->findIntegers(true);
+  std::vector<int> prio;
+  for (int j = 0; j < p.cols(); ++j) {
+    if (p.colType[j] == 'C') continue;
+    double f = std::clamp(p.branchFactor[j], -999.0, 999.0);
+    prio.push_back(1000 - static_cast<int>(std::lround(f)));
+  }
+  if (!prio.empty()) model->passInPriorities(prio.data(), false);
+}
+
+void LoadSolver(const ZELQprob* prob, const CoinLpData& d, OsiClpSolverInterface* osi) {
+  osi->loadProblem(d.cols, d.rows, d.beg.data(), d.idx.data(), d.val.data(), d.colLower.data(),
+                   d.colUpper.data(), d.obj.data(), d.rowLower.data(), d.rowUpper.data());
+  for (int j = 0; j < d.cols; ++j)
+    if (d.isInt[j]) osi->setInteger(j);
+  osi->setObjSense(prob->problem.objSense);
+}
+
+void PassMipStart(const MipStart& start, OsiSolverInterface* osi, CbcModel* model) {
+  if (start.empty()) return;
+  std::vector<std::pair<std::string, double>> named;
+  named.reserve(start.size());
+  for (const auto& [j, v] : start) named.emplace_back(osi->getColName(j), v);
+  model->setMIPStart(named);
+}
+
+int NoCallback(CbcModel*, int) { return 0; }
+
+// Cbc's driver parses its arguments through process-wide state (the read position in argv), so
+// MIP solves of different problems on different threads take turns.
+std::mutex& DriverMutex() {
+  static std::mutex mu;
+  return mu;
+}
+
+std::vector<double> Activities(const Problem& p, const std::vector<double>& x) {
+  std::vector<double> act(p.rows(), 0.0);
+  for (int i = 0; i < p.rows(); ++i) {
+    auto idx = p.matrix.RowIdx(i);
+    auto val = p.matrix.RowVal(i);
+    for (size_t k = 0; k < idx.size(); ++k) act[i] += val[k] * x[idx[k]];
+  }
+  return act;
+}
+
+// Saved solutions, best first, checked in the original space.
+void StorePool(ZELQprob* prob, CbcModel& model) {
+  const Problem& p = prob->problem;
+  Solution& s = prob->solution;
+  const double feasTol = std::max(1e-6, prob->params.Get(DblParam::FeasTol));
+  const double intTol = std::max(1e-5, prob->params.Get(DblParam::IntTol));
+  auto push = [&](const double* sol) {
+    if (sol == nullptr) return;
+    std::vector<double> x(sol, sol + p.cols());
+    double obj = 0.0;
+    if (MipViolation(p, x, 10 * feasTol, 10 * intTol, &obj) > 0.0) return;
+    for (const PoolEntry& e : s.pool)
+      if (e.x == x) return;
+    s.pool.push_back({obj, std::move(x)});
+  };
+  if (model.getNumCols() == p.cols()) {
+    push(model.bestSolution());
+    for (int i = 0; i < model.numberSavedSolutions(); ++i) push(model.savedSolution(i));
+  }
+  std::stable_sort(s.pool.begin(), s.pool.end(), [&](const PoolEntry& a, const PoolEntry& b) {
+    return p.objSense * a.obj < p.objSense * b.obj;
+  });
+}
+
+int MapCbcStatus(CbcModel& model, const SolveControl& control, bool hasSol) {
+  if (control.reason == SolveControl::kInterrupted) return ZELQ_INTERRUPTED;
+  const int sec = model.secondaryStatus();
+  if (control.reason == SolveControl::kTimeLimit || sec == 4) return ZELQ_TIMEOUT;
+  if (sec == 3) return ZELQ_NODELIMIT;
+  if (sec == 5) return ZELQ_INTERRUPTED;
+  if (sec == 7) return hasSol ? ZELQ_UNBOUNDED : ZELQ_INF_OR_UNB;
+  if (sec == 1 || (!hasSol && model.isProvenInfeasible())) return ZELQ_INFEASIBLE;
+  if (model.status() == 0 && hasSol) return ZELQ_OPTIMAL;
+  if (model.status() == 0 && !hasSol) return ZELQ_INFEASIBLE;
+  return ZELQ_UNFINISHED;
+}
+
+void StoreMipResults(ZELQprob* prob, CbcModel& model, const SolveControl& control) {
+  const Problem& p = prob->problem;
+  Solution& s = prob->solution;
+  StorePool(prob, model);
+  const bool hasSol = !s.pool.empty();
+  s.status = s.mipStatus = MapCbcStatus(model, control, hasSol);
+  s.nodeCnt = model.getNodeCount();
+  s.simplexIter = model.getIterationCount();
+  const double sense = p.objSense;
+  if (hasSol) {
+    s.mipX = s.pool.front().x;
+    s.mipActivity = Activities(p, s.mipX);
+    s.objVal = s.bestObj = s.pool.front().obj;
+    s.hasMipSol = true;
+  } else {
+    s.bestObj = sense * 1e30;
+  }
+  double bound = model.getBestPossibleObjValue();
+  if (std::fabs(bound) < 1e30) {
+    bound += p.objConst;
+    // The bound never passes the incumbent (it may after a gap stop or by round-off).
+    if (hasSol && sense * bound > sense * s.bestObj) bound = s.bestObj;
+    s.bestBnd = bound;
+  } else {
+    s.bestBnd = s.status == ZELQ_OPTIMAL ? s.bestObj : -sense * 1e30;
+  }
+  s.bestGap = hasSol && std::fabs(s.bestBnd) < 1e30
+                  ? std::fabs(s.bestObj - s.bestBnd) / std::max(1e-10, std::fabs(s.bestObj))
+                  : 1e30;
+}
+
+// Sets up Cbc's driver on the model and runs it with our parameters as arguments.
+void RunDriver(ZELQprob* prob, int level, SolveControl* control, CbcModel* model) {
+  std::vector<std::string> args = DriverArgs(prob, level);
+  std::vector<const char*> argv;
+  for (const std::string& x : args) argv.push_back(x.c_str());
+  CbcSolverUsefulData driverData;
+  driverData.noPrinting_ = level == 0;
+  CbcStopHandler cbcStop(control);
+  std::lock_guard<std::mutex> lock(DriverMutex());
+  CbcMain0(*model, driverData);
+  model->passInEventHandler(&cbcStop);
+  model->setUseElapsedTime(true);
+  PassPriorities(prob->problem, model);
+  PassMipStart(ChooseMipStart(prob), model->solver(), model);
+  CbcMain1(static_cast<int>(argv.size()), argv.data(), *model, NoCallback, driverData);
+}
+
+}  // namespace
+
+int SolveMip(ZELQprob* prob) {
+  prob->solution.Clear();
+  prob->lpCache.reset();
+  prob->interrupt = false;  // an interrupt issued while idle does not stop this solve
+  ApplyLogSettings(prob);
+  const ParamSet& ps = prob->params;
+  SolveControl control(&prob->interrupt, ps.Get(DblParam::TimeLimit));
+  const int level = CoinLogLevel(ps.Get(IntParam::Logging), ps.Get(IntParam::LogLevel));
+  CoinLogHandler handler(&prob->log, level);
+
+  CoinLpData d;
+  BuildCoinData(prob->problem, false, &d);
+  OsiClpSolverInterface osi;
+  osi.passInMessageHandler(&handler);
+  LoadSolver(prob, d, &osi);
+  ClpStopHandler clpStop(&control);
+  osi.getModelPtr()->passInEventHandler(&clpStop);
+
+  CbcModel model(osi);
+  model.passInMessageHandler(&handler);
+  RunDriver(prob, level, &control, &model);
+  StoreMipResults(prob, model, control);
+  prob->solution.solvingTime = control.Elapsed();
+  return ZELQ_RETCODE_OK;
+}
+
+}  // namespace zelq::engine

@@ -1,0 +1,347 @@
+// LP solves through the C interface: known optima with duals, reduced costs and basis in both
+// objective senses, all LP methods, Farkas certificates, unbounded rays and warm starts.
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <chrono>
+#include <random>
+#include <thread>
+#include <vector>
+
+#include "solve_test_util.h"
+#include "zelq/zelq.h"
+
+using namespace solve_test;
+
+namespace {
+
+// max 3x + 5y + z + 10 s.t. x <= 4, 2y <= 12, 3x + 2y + 3z <= 18, x, y, z >= 0.
+// Optimum x = 2, y = 6, z = 0 (objective 46); duals 0, 1.5, 1; reduced cost of z: -2.
+Dense Textbook(int sense) {
+  Dense d;
+  d.m = 3, d.n = 3;
+  d.a = {1, 0, 0, 0, 2, 0, 3, 2, 3};
+  d.obj = {3, 5, 1};
+  if (sense == ZELQ_MINIMIZE)
+    for (double& c : d.obj) c = -c;
+  d.sense = sense;
+  d.objConst = 10;
+  d.colLo = {0, 0, 0};
+  d.colUp = {1e30, 1e30, 1e30};
+  d.rowLo = {-1e30, -1e30, -1e30};
+  d.rowUp = {4, 12, 18};
+  return d;
+}
+
+TEST(SolveLp, TextbookOptimumInBothSenses) {
+  for (int sense : {ZELQ_MAXIMIZE, ZELQ_MINIMIZE}) {
+    SCOPED_TRACE(sense);
+    QuietProb prob;
+    ASSERT_EQ(Load(prob, Textbook(sense)), ZELQ_RETCODE_OK);
+    ASSERT_EQ(ZELQ_Solve(prob), ZELQ_RETCODE_OK);
+    EXPECT_EQ(IntAttr(prob, "Status"), ZELQ_OPTIMAL);
+    EXPECT_EQ(IntAttr(prob, "LpStatus"), ZELQ_OPTIMAL);
+    const double s = sense == ZELQ_MAXIMIZE ? 1.0 : -1.0;
+    EXPECT_NEAR(DblAttr(prob, "ObjVal"), s * 36 + 10, 1e-9);
+    std::vector<double> x(3), act(3), dual(3), rc(3);
+    ASSERT_EQ(ZELQ_GetLpSolution(prob, x.data(), act.data(), dual.data(), rc.data()), 0);
+    const double ex[] = {2, 6, 0}, eact[] = {2, 12, 18}, edual[] = {0, 1.5, 1}, erc[] = {0, 0, -2};
+    for (int k = 0; k < 3; ++k) {
+      EXPECT_NEAR(x[k], ex[k], 1e-9);
+      EXPECT_NEAR(act[k], eact[k], 1e-9);
+      EXPECT_NEAR(dual[k], s * edual[k], 1e-9);
+      EXPECT_NEAR(rc[k], s * erc[k], 1e-9);
+    }
+    std::vector<int> cb(3), rb(3);
+    ASSERT_EQ(ZELQ_GetBasis(prob, cb.data(), rb.data()), 0);
+    EXPECT_EQ(cb, (std::vector<int>{ZELQ_BASIS_BASIC, ZELQ_BASIS_BASIC, ZELQ_BASIS_LOWER}));
+    EXPECT_EQ(rb, (std::vector<int>{ZELQ_BASIS_BASIC, ZELQ_BASIS_UPPER, ZELQ_BASIS_UPPER}));
+    int rowList[] = {2, 0};
+    int two[2];
+    ASSERT_EQ(ZELQ_GetRowBasis(prob, 2, rowList, two), 0);
+    EXPECT_EQ(two[0], ZELQ_BASIS_UPPER);
+    EXPECT_EQ(two[1], ZELQ_BASIS_BASIC);
+    std::vector<double> sol(3);
+    ASSERT_EQ(ZELQ_GetSolution(prob, sol.data()), 0);
+    EXPECT_NEAR(sol[1], 6, 1e-9);
+  }
+}
+
+TEST(SolveLp, EveryMethodReachesTheSameOptimum) {
+  struct Case { int method, crossover; bool basis; };
+  const Case cases[] = {{ZELQ_LPMETHOD_AUTO, -1, true}, {ZELQ_LPMETHOD_DUALSIMPLEX, -1, true},
+                        {ZELQ_LPMETHOD_PRIMALSIMPLEX, -1, true}, {ZELQ_LPMETHOD_BARRIER, -1, true},
+                        {ZELQ_LPMETHOD_BARRIER, 0, false}};
+  for (const Case& c : cases) {
+    SCOPED_TRACE(testing::Message() << "method " << c.method << " crossover " << c.crossover);
+    QuietProb prob;
+    ASSERT_EQ(Load(prob, Textbook(ZELQ_MAXIMIZE)), 0);
+    ASSERT_EQ(ZELQ_SetIntParam(prob, "LpMethod", c.method), 0);
+    ASSERT_EQ(ZELQ_SetIntParam(prob, "Crossover", c.crossover), 0);
+    ASSERT_EQ(ZELQ_Solve(prob), 0);
+    EXPECT_EQ(IntAttr(prob, "Status"), ZELQ_OPTIMAL);
+    EXPECT_NEAR(DblAttr(prob, "ObjVal"), 46, 1e-6);
+    EXPECT_EQ(IntAttr(prob, "HasBasis"), c.basis ? 1 : 0);
+    if (c.method == ZELQ_LPMETHOD_BARRIER) {
+      EXPECT_GT(IntAttr(prob, "BarrierIter"), 0);
+      EXPECT_EQ(IntAttr(prob, "SimplexIter") == 0, c.crossover == 0);
+    }
+    std::vector<double> x(3);
+    ASSERT_EQ(ZELQ_GetLpSolution(prob, x.data(), nullptr, nullptr, nullptr), 0);
+    EXPECT_NEAR(x[0], 2, 1e-5);
+    EXPECT_NEAR(x[1], 6, 1e-5);
+  }
+  QuietProb prob;
+  ASSERT_EQ(Load(prob, Textbook(ZELQ_MAXIMIZE)), 0);
+  ASSERT_EQ(ZELQ_SetIntParam(prob, "LpMethod", 0), 0);
+  EXPECT_EQ(ZELQ_Solve(prob), ZELQ_RETCODE_NOTSUPPORTED);
+  EXPECT_NE(LastError(prob).find("LpMethod 0"), std::string::npos) << LastError(prob);
+}
+
+// x + y >= 5 with x, y in [0, 2], plus a harmless row and a free row.
+TEST(SolveLp, InfeasibleGivesAFarkasCertificateThatProvesIt) {
+  Dense d;
+  d.m = 3, d.n = 2;
+  d.a = {1, 1, 1, -1, 1, 3};
+  d.obj = {1, 1};
+  d.colLo = {0, 0};
+  d.colUp = {2, 2};
+  d.rowLo = {5, -1e30, -1e30};
+  d.rowUp = {1e30, 10, 1e30};
+  for (int method : {ZELQ_LPMETHOD_DUALSIMPLEX, ZELQ_LPMETHOD_PRIMALSIMPLEX}) {
+    SCOPED_TRACE(method);
+    QuietProb prob;
+    ASSERT_EQ(Load(prob, d), 0);
+    ASSERT_EQ(ZELQ_SetIntParam(prob, "ReqFarkasRay", 1), 0);
+    ASSERT_EQ(ZELQ_SetIntParam(prob, "LpMethod", method), 0);
+    ASSERT_EQ(ZELQ_Solve(prob), 0);
+    EXPECT_EQ(IntAttr(prob, "Status"), ZELQ_INFEASIBLE);
+    ASSERT_EQ(IntAttr(prob, "HasDualFarkas"), 1);
+    std::vector<double> y(3);
+    ASSERT_EQ(ZELQ_GetRowInfo(prob, "DualFarkas", 3, nullptr, y.data()), 0);
+    // max (A'y)'x over the column box must stay below min y'r over the row bounds.
+    double maxZx = 0, minYr = 0;
+    for (int j = 0; j < 2; ++j) {
+      double z = 0;
+      for (int i = 0; i < 3; ++i) z += d.A(i, j) * y[i];
+      maxZx += z > 0 ? z * d.colUp[j] : z * d.colLo[j];
+    }
+    for (int i = 0; i < 3; ++i) {
+      if (std::fabs(y[i]) < 1e-12) continue;
+      double b = y[i] > 0 ? d.rowLo[i] : d.rowUp[i];
+      ASSERT_LT(std::fabs(b), 1e30) << "certificate uses an infinite bound of row " << i;
+      minYr += y[i] * b;
+    }
+    EXPECT_LT(maxZx, minYr - 1e-6);
+    std::vector<double> x(2);
+    EXPECT_EQ(ZELQ_GetLpSolution(prob, x.data(), nullptr, nullptr, nullptr), ZELQ_RETCODE_INVALID);
+  }
+}
+
+// max x + y s.t. x - y <= 1, x, y >= 0: unbounded along (1, 1).
+TEST(SolveLp, UnboundedGivesAnImprovingRay) {
+  Dense d;
+  d.m = 1, d.n = 2;
+  d.a = {1, -1};
+  d.obj = {1, 1};
+  d.sense = ZELQ_MAXIMIZE;
+  d.colLo = {0, 0};
+  d.colUp = {1e30, 1e30};
+  d.rowLo = {-1e30};
+  d.rowUp = {1};
+  for (int method : {ZELQ_LPMETHOD_DUALSIMPLEX, ZELQ_LPMETHOD_PRIMALSIMPLEX}) {
+    SCOPED_TRACE(method);
+    QuietProb prob;
+    ASSERT_EQ(Load(prob, d), 0);
+    ASSERT_EQ(ZELQ_SetIntParam(prob, "ReqFarkasRay", 1), 0);
+    ASSERT_EQ(ZELQ_SetIntParam(prob, "LpMethod", method), 0);
+    ASSERT_EQ(ZELQ_Solve(prob), 0);
+    EXPECT_EQ(IntAttr(prob, "Status"), ZELQ_UNBOUNDED);
+    ASSERT_EQ(IntAttr(prob, "HasPrimalRay"), 1);
+    std::vector<double> r(2);
+    ASSERT_EQ(ZELQ_GetColInfo(prob, "PrimalRay", 2, nullptr, r.data()), 0);
+    EXPECT_GE(r[0], -1e-9);
+    EXPECT_GE(r[1], -1e-9);
+    EXPECT_LE(r[0] - r[1], 1e-9);                        // the row's upper bound is kept
+    EXPECT_GT(r[0] + r[1], 1e-6);                        // improves the maximisation
+    EXPECT_NEAR(std::max(std::fabs(r[0]), std::fabs(r[1])), 1.0, 1e-9);
+  }
+  QuietProb quiet;  // without the request: status only
+  ASSERT_EQ(Load(quiet, d), 0);
+  ASSERT_EQ(ZELQ_Solve(quiet), 0);
+  EXPECT_EQ(IntAttr(quiet, "Status"), ZELQ_UNBOUNDED);
+  EXPECT_EQ(IntAttr(quiet, "HasPrimalRay"), 0);
+}
+
+// A random feasible LP: max c'x, A x <= b, 0 <= x <= 10 with positive data.
+Dense RandomLp(int m, int n, unsigned seed) {
+  std::mt19937 rng(seed);
+  std::uniform_real_distribution<double> u(0.0, 1.0);
+  Dense d;
+  d.m = m, d.n = n;
+  d.sense = ZELQ_MAXIMIZE;
+  d.a.assign(static_cast<size_t>(m) * n, 0.0);
+  for (double& v : d.a)
+    if (u(rng) < 0.3) v = 1 + 9 * u(rng);
+  for (int j = 0; j < n; ++j) d.obj.push_back(1 + 9 * u(rng));
+  d.colLo.assign(n, 0);
+  d.colUp.assign(n, 10);
+  d.rowLo.assign(m, -1e30);
+  for (int i = 0; i < m; ++i) d.rowUp.push_back(50 + 100 * u(rng));
+  return d;
+}
+
+TEST(SolveLp, WarmStartAfterAModificationNeedsFewerIterations) {
+  Dense d = RandomLp(120, 160, 7);
+  QuietProb warm;
+  ASSERT_EQ(Load(warm, d), 0);
+  ASSERT_EQ(ZELQ_Solve(warm), 0);
+  ASSERT_EQ(IntAttr(warm, "Status"), ZELQ_OPTIMAL);
+  std::vector<double> x(d.n);
+  ASSERT_EQ(ZELQ_GetSolution(warm, x.data()), 0);
+  int big = 0;
+  for (int j = 0; j < d.n; ++j)
+    if (x[j] > x[big]) big = j;
+  ASSERT_GT(x[big], 0.1);
+  double newUp = x[big] / 2;
+  ASSERT_EQ(ZELQ_SetColUpper(warm, 1, &big, &newUp), 0);
+  ASSERT_EQ(ZELQ_Solve(warm), 0);
+  ASSERT_EQ(IntAttr(warm, "Status"), ZELQ_OPTIMAL);
+  const int warmIter = IntAttr(warm, "SimplexIter");
+
+  d.colUp[big] = newUp;
+  QuietProb cold;
+  ASSERT_EQ(Load(cold, d), 0);
+  ASSERT_EQ(ZELQ_Solve(cold), 0);
+  const int coldIter = IntAttr(cold, "SimplexIter");
+  EXPECT_NEAR(DblAttr(warm, "ObjVal"), DblAttr(cold, "ObjVal"), 1e-6);
+  EXPECT_LT(warmIter, coldIter);
+
+  // A slack basis set explicitly makes the next solve cold again.
+  ASSERT_EQ(ZELQ_SetSlackBasis(warm), 0);
+  ASSERT_EQ(ZELQ_SetIntParam(warm, "Presolve", 0), 0);
+  ASSERT_EQ(ZELQ_Solve(warm), 0);
+  EXPECT_GT(IntAttr(warm, "SimplexIter"), warmIter);
+  // Setting the optimal basis back gives a solve without iterations.
+  std::vector<int> cb(d.n), rb(d.m);
+  ASSERT_EQ(ZELQ_GetBasis(warm, cb.data(), rb.data()), 0);
+  ASSERT_EQ(ZELQ_SetBasis(warm, cb.data(), rb.data()), 0);
+  ASSERT_EQ(ZELQ_Solve(warm), 0);
+  EXPECT_EQ(IntAttr(warm, "SimplexIter"), 0);
+  EXPECT_NEAR(DblAttr(warm, "ObjVal"), DblAttr(cold, "ObjVal"), 1e-6);
+}
+
+TEST(SolveLp, WarmStartAfterAddingARowAndFromOddStartBases) {
+  Dense d = RandomLp(60, 80, 9);
+  QuietProb prob;
+  ASSERT_EQ(Load(prob, d), 0);
+  ASSERT_EQ(ZELQ_Solve(prob), 0);
+  std::vector<double> x(d.n);
+  ASSERT_EQ(ZELQ_GetSolution(prob, x.data()), 0);
+  // A cut through the optimum: sum x <= 0.9 * current sum.
+  std::vector<int> idx(d.n);
+  std::vector<double> one(d.n, 1.0);
+  double sum = 0;
+  for (int j = 0; j < d.n; ++j) idx[j] = j, sum += x[j];
+  ASSERT_EQ(ZELQ_AddRow(prob, d.n, idx.data(), one.data(), 'L', 0.9 * sum, 0, nullptr), 0);
+  ASSERT_EQ(ZELQ_Solve(prob), 0);
+  ASSERT_EQ(IntAttr(prob, "Status"), ZELQ_OPTIMAL);
+  const int warmIter = IntAttr(prob, "SimplexIter");
+  Dense e = d;
+  e.m += 1;
+  e.a.insert(e.a.end(), one.begin(), one.end());
+  e.rowLo.push_back(-1e30);
+  e.rowUp.push_back(0.9 * sum);
+  QuietProb cold;
+  ASSERT_EQ(Load(cold, e), 0);
+  ASSERT_EQ(ZELQ_Solve(cold), 0);
+  EXPECT_NEAR(DblAttr(prob, "ObjVal"), DblAttr(cold, "ObjVal"), 1e-6);
+  EXPECT_LT(warmIter, IntAttr(cold, "SimplexIter"));
+  // Start bases with too many or too few basic entries are repaired, not fatal.
+  for (int code : {ZELQ_BASIS_BASIC, ZELQ_BASIS_LOWER, ZELQ_BASIS_UPPER, ZELQ_BASIS_SUPERBASIC}) {
+    std::vector<int> cb(e.n, code), rb(e.m, code);
+    ASSERT_EQ(ZELQ_SetBasis(prob, cb.data(), rb.data()), 0);
+    ASSERT_EQ(ZELQ_Solve(prob), 0);
+    EXPECT_EQ(IntAttr(prob, "Status"), ZELQ_OPTIMAL) << code;
+    EXPECT_NEAR(DblAttr(prob, "ObjVal"), DblAttr(cold, "ObjVal"), 1e-6) << code;
+  }
+}
+
+// Rows a, b and "a + b >= rhs_a + rhs_b + 1" on badly scaled data: only a combination of three
+// rows proves infeasibility.
+TEST(SolveLp, FarkasCertificateOfAScaledCombinationInfeasibility) {
+  Dense d = RandomLp(20, 30, 3);
+  for (int j = 0; j < d.n; ++j) {
+    double scale = (j % 3 == 0) ? 1000.0 : ((j % 3 == 1) ? 0.001 : 1.0);
+    for (int i = 0; i < d.m; ++i) d.a[i * d.n + j] *= scale;
+  }
+  std::vector<double> extra(d.n);
+  for (int j = 0; j < d.n; ++j) extra[j] = d.A(0, j) + d.A(1, j);
+  d.a.insert(d.a.end(), extra.begin(), extra.end());
+  d.m += 1;
+  d.rowLo.push_back(d.rowUp[0] + d.rowUp[1] + 1);
+  d.rowUp.push_back(1e30);
+  QuietProb prob;
+  ASSERT_EQ(Load(prob, d), 0);
+  ASSERT_EQ(ZELQ_SetIntParam(prob, "ReqFarkasRay", 1), 0);
+  ASSERT_EQ(ZELQ_Solve(prob), 0);
+  ASSERT_EQ(IntAttr(prob, "Status"), ZELQ_INFEASIBLE);
+  ASSERT_EQ(IntAttr(prob, "HasDualFarkas"), 1);
+  std::vector<double> y(d.m);
+  ASSERT_EQ(ZELQ_GetRowInfo(prob, "DualFarkas", d.m, nullptr, y.data()), 0);
+  double maxZx = 0, minYr = 0;
+  for (int j = 0; j < d.n; ++j) {
+    double z = 0;
+    for (int i = 0; i < d.m; ++i) z += d.A(i, j) * y[i];
+    maxZx += z > 0 ? z * d.colUp[j] : z * d.colLo[j];
+  }
+  for (int i = 0; i < d.m; ++i) {
+    if (std::fabs(y[i]) < 1e-12) continue;
+    double b = y[i] > 0 ? d.rowLo[i] : d.rowUp[i];
+    ASSERT_LT(std::fabs(b), 1e30) << "row " << i << " y " << y[i];
+    minYr += y[i] * b;
+  }
+  EXPECT_LT(maxZx, minYr - 1e-7);
+}
+
+// dfl001 takes the dual simplex a few seconds: long enough to stop it from outside.
+TEST(SolveLp, TimeLimitAndInterruptStopALongSimplexRun) {
+  const char* path = "/work/shared/data/netlib/dfl001.mps";
+  {
+    QuietProb probe;
+    if (ZELQ_ReadMps(probe, path) != 0) GTEST_SKIP() << "dfl001.mps not available";
+  }
+  QuietProb timed;
+  ASSERT_EQ(ZELQ_ReadMps(timed, path), 0);
+  ASSERT_EQ(ZELQ_SetDblParam(timed, "TimeLimit", 0.3), 0);
+  auto t0 = std::chrono::steady_clock::now();
+  ASSERT_EQ(ZELQ_Solve(timed), 0);
+  double secs = std::chrono::duration<double>(std::chrono::steady_clock::now() - t0).count();
+  EXPECT_EQ(IntAttr(timed, "Status"), ZELQ_TIMEOUT);
+  EXPECT_LT(secs, 1.5);
+  EXPECT_EQ(IntAttr(timed, "HasLpSol"), 0);
+
+  QuietProb prob;
+  ASSERT_EQ(ZELQ_ReadMps(prob, path), 0);
+  ASSERT_EQ(ZELQ_SetIntParam(prob, "Presolve", 0), 0);  // so the reached basis is kept
+  std::chrono::steady_clock::time_point asked;
+  std::thread stopper([&] {
+    std::this_thread::sleep_for(std::chrono::milliseconds(400));
+    asked = std::chrono::steady_clock::now();
+    ZELQ_Interrupt(prob);
+  });
+  ASSERT_EQ(ZELQ_Solve(prob), 0);
+  auto done = std::chrono::steady_clock::now();
+  stopper.join();
+  EXPECT_EQ(IntAttr(prob, "Status"), ZELQ_INTERRUPTED);
+  EXPECT_LT(std::chrono::duration<double>(done - asked).count(), 1.0);
+  // Without presolve the basis reached so far is kept: the next solve continues from it and
+  // must still end at the published optimum.
+  ASSERT_EQ(IntAttr(prob, "HasBasis"), 1);
+  ASSERT_EQ(ZELQ_SetDblParam(prob, "TimeLimit", 120), 0);
+  ASSERT_EQ(ZELQ_Solve(prob), 0);
+  EXPECT_EQ(IntAttr(prob, "Status"), ZELQ_OPTIMAL);
+  EXPECT_NEAR(DblAttr(prob, "ObjVal"), 1.126639605e+07, 1e-2);
+}
+
+}  // namespace
