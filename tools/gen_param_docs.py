@@ -16,7 +16,8 @@ OUT = ROOT / 'docs' / 'parameters.md'
 # stored and reported but do not change the optimization yet.
 APPLIED = {'TimeLimit', 'Threads', 'FeasTol', 'DualTol', 'IntTol', 'RelGap', 'AbsGap', 'NodeLimit',
            'Logging', 'LogToConsole', 'Presolve', 'Scaling', 'LpMethod', 'MipStartMode',
-           'ReqFarkasRay'}
+           'ReqFarkasRay', 'Crossover', 'BarIterLimit', 'DualPerturb', 'LogLevel', 'CutLevel',
+           'HeurLevel'}
 
 PARAM = re.compile(r'^ZELQ_(DBL|INT)_PARAM\((\w+), ([01]), ([^,]+), ([^,]+), ([^,]+), "(.*)"\)$')
 ATTR = re.compile(r'^ZELQ_(DBL|INT)_ATTR\((\w+), ([01]), "(.*)"\)$')
@@ -60,8 +61,8 @@ def main():
         out.append(f'| {name} | {typ} | {num(default)} | [{num(lo)}, {num(hi)}] | {effect} | {desc} |')
     out += [
         '',
-        'LpMethod values: -1 automatic (dual simplex), 0 the same as -1, 1 dual simplex,',
-        '2 barrier (followed by crossover unless Crossover is 0), 3 primal simplex.',
+        'LpMethod values: -1 automatic (dual simplex), 1 dual simplex, 2 barrier (followed by',
+        'crossover unless Crossover is 0), 3 primal simplex; 0 is reserved (a solve returns code 10).',
         '',
         '## Parameter files',
         '',

@@ -135,18 +135,20 @@ void StorePool(ZELQprob* prob, CbcModel& model) {
   Solution& s = prob->solution;
   const double feasTol = std::max(1e-6, prob->params.Get(DblParam::FeasTol));
   const double intTol = std::max(1e-5, prob->params.Get(DblParam::IntTol));
-  auto push = [&](const double* sol) {
+  // The incumbent is Cbc's own verdict; other saved solutions are checked, since the driver
+  // may leave some of them in its preprocessed space.
+  auto push = [&](const double* sol, bool trusted) {
     if (sol == nullptr) return;
     std::vector<double> x(sol, sol + p.cols());
     double obj = 0.0;
-    if (MipViolation(p, x, 10 * feasTol, 10 * intTol, &obj) > 0.0) return;
+    if (MipViolation(p, x, 10 * feasTol, 10 * intTol, &obj) > 0.0 && !trusted) return;
     for (const PoolEntry& e : s.pool)
       if (e.x == x) return;
     s.pool.push_back({obj, std::move(x)});
   };
   if (model.getNumCols() == p.cols()) {
-    push(model.bestSolution());
-    for (int i = 0; i < model.numberSavedSolutions(); ++i) push(model.savedSolution(i));
+    push(model.bestSolution(), true);
+    for (int i = 0; i < model.numberSavedSolutions(); ++i) push(model.savedSolution(i), false);
   }
   std::stable_sort(s.pool.begin(), s.pool.end(), [&](const PoolEntry& a, const PoolEntry& b) {
     return p.objSense * a.obj < p.objSense * b.obj;

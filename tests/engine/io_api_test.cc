@@ -13,6 +13,7 @@
 
 #include "api/handles.h"
 #include "io_test_util.h"
+#include "quiet_prob.h"
 #include "zelq/zelq.h"
 
 namespace {
@@ -20,31 +21,7 @@ namespace {
 namespace fs = std::filesystem;
 const std::string kData = ZELQ_TEST_DATA;
 
-class Quiet {
- public:
-  Quiet() {
-    ZELQenvconfig* cfg = nullptr;
-    ZELQ_CreateEnvConfig(&cfg);
-    ZELQ_SetEnvConfig(cfg, "Banner", "0");
-    ZELQ_SetEnvConfig(cfg, "Logging", "0");
-    ZELQ_CreateEnvWithConfig(cfg, &env_);
-    ZELQ_DeleteEnvConfig(&cfg);
-    ZELQ_CreateProb(env_, &prob_);
-    ZELQ_SetIntParam(prob_, "Logging", 0);
-  }
-  ~Quiet() {
-    ZELQ_DeleteProb(&prob_);
-    ZELQ_DeleteEnv(&env_);
-  }
-  Quiet(const Quiet&) = delete;
-  Quiet& operator=(const Quiet&) = delete;
-  operator ZELQprob*() const { return prob_; }
-  ZELQprob* operator->() const { return prob_; }
-
- private:
-  ZELQenv* env_ = nullptr;
-  ZELQprob* prob_ = nullptr;
-};
+using Quiet = engine_test::QuietProb;
 
 // A fresh directory for the files one test writes, removed afterwards.
 class TempDir {

@@ -7,36 +7,12 @@
 #include <string>
 #include <vector>
 
+#include "quiet_prob.h"
 #include "zelq/zelq.h"
 
 namespace solve_test {
 
-// Environment and problem with logging off; deleted at scope end.
-class QuietProb {
- public:
-  QuietProb() {
-    ZELQenvconfig* cfg = nullptr;
-    ZELQ_CreateEnvConfig(&cfg);
-    ZELQ_SetEnvConfig(cfg, "Banner", "0");
-    ZELQ_SetEnvConfig(cfg, "Logging", "0");
-    ZELQ_CreateEnvWithConfig(cfg, &env_);
-    ZELQ_DeleteEnvConfig(&cfg);
-    ZELQ_CreateProb(env_, &prob_);
-    ZELQ_SetIntParam(prob_, "Logging", 0);
-  }
-  ~QuietProb() {
-    ZELQ_DeleteProb(&prob_);
-    ZELQ_DeleteEnv(&env_);
-  }
-  QuietProb(const QuietProb&) = delete;
-  QuietProb& operator=(const QuietProb&) = delete;
-  ZELQprob* get() const { return prob_; }
-  operator ZELQprob*() const { return prob_; }
-
- private:
-  ZELQenv* env_ = nullptr;
-  ZELQprob* prob_ = nullptr;
-};
+using engine_test::QuietProb;
 
 // Dense row-major problem: rows lo <= A x <= up, columns l <= x <= u.
 struct Dense {
