@@ -19,20 +19,6 @@ using namespace solve_test;
 
 namespace {
 
-// max 3x + 5y s.t. x <= 4, 2y <= 12, 3x + 2y <= 18.
-Dense Small() {
-  Dense d;
-  d.m = 3, d.n = 2;
-  d.a = {1, 0, 0, 2, 3, 2};
-  d.obj = {3, 5};
-  d.sense = ZELQ_MAXIMIZE;
-  d.colLo = {0, 0};
-  d.colUp = {1e30, 1e30};
-  d.rowLo = {-1e30, -1e30, -1e30};
-  d.rowUp = {4, 12, 18};
-  return d;
-}
-
 struct BadCall {
   const char* what;
   std::function<int(ZELQprob*)> call;
@@ -50,7 +36,7 @@ void RunTable(ZELQprob* prob, const std::vector<BadCall>& table) {
 
 TEST(SolveApi, CallsBeforeAnySolveAreRejected) {
   QuietProb prob;
-  ASSERT_EQ(Load(prob, Small()), 0);
+  ASSERT_EQ(Load(prob, TextbookLp()), 0);
   double v[3], b[3] = {1, 0, 0}, lo, up;
   int head[3], len = 3, cb[2];
   RunTable(prob, {
@@ -72,7 +58,7 @@ TEST(SolveApi, CallsBeforeAnySolveAreRejected) {
 
 TEST(SolveApi, BadArgumentsAfterASolveLeaveEverythingAsItWas) {
   QuietProb prob;
-  ASSERT_EQ(Load(prob, Small()), 0);
+  ASSERT_EQ(Load(prob, TextbookLp()), 0);
   ASSERT_EQ(ZELQ_Solve(prob), 0);
   const double nan = std::numeric_limits<double>::quiet_NaN();
   double v[3], b[3] = {1, 0, 0}, bnan[3] = {1, nan, 0}, lo, up;
@@ -119,7 +105,7 @@ TEST(SolveApi, BadArgumentsAfterASolveLeaveEverythingAsItWas) {
 
 TEST(SolveApi, SetLpSolutionIsReadBackAndDropsTheFactorization) {
   QuietProb prob;
-  ASSERT_EQ(Load(prob, Small()), 0);
+  ASSERT_EQ(Load(prob, TextbookLp()), 0);
   ASSERT_EQ(ZELQ_Solve(prob), 0);
   double x[2] = {1, 2}, dual[3] = {0, 0.5, 0};
   ASSERT_EQ(ZELQ_SetLpSolution(prob, x, nullptr, dual, nullptr), 0);
@@ -139,7 +125,7 @@ TEST(SolveApi, LogFileReceivesTheSolverLog) {
   const std::string path = testing::TempDir() + "zelq_solve_log_test.log";
   std::remove(path.c_str());
   QuietProb prob;
-  ASSERT_EQ(Load(prob, Small()), 0);
+  ASSERT_EQ(Load(prob, TextbookLp()), 0);
   ASSERT_EQ(ZELQ_SetIntParam(prob, "Logging", 1), 0);
   ASSERT_EQ(ZELQ_SetIntParam(prob, "LogToConsole", 0), 0);
   ASSERT_EQ(ZELQ_SetLogFile(prob, path.c_str()), 0);

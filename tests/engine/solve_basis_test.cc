@@ -146,15 +146,7 @@ TEST(SolveBasis, ShadowPriceRangeMatchesPerturbedResolves) {
 
 // Hand-checked ranges of the textbook LP max 3x + 5y s.t. x <= 4, 2y <= 12, 3x + 2y <= 18.
 TEST(SolveBasis, ShadowPriceRangeOfATextbookLp) {
-  Dense d;
-  d.m = 3, d.n = 2;
-  d.a = {1, 0, 0, 2, 3, 2};
-  d.obj = {3, 5};
-  d.sense = ZELQ_MAXIMIZE;
-  d.colLo = {0, 0};
-  d.colUp = {1e30, 1e30};
-  d.rowLo = {-1e30, -1e30, -1e30};
-  d.rowUp = {4, 12, 18};
+  Dense d = TextbookLp();
   QuietProb prob;
   ASSERT_EQ(Load(prob, d), 0);
   ASSERT_EQ(ZELQ_Solve(prob), 0);

@@ -25,6 +25,20 @@ struct Dense {
   double A(int i, int j) const { return a[static_cast<size_t>(i) * n + j]; }
 };
 
+// The textbook LP  max 3x + 5y  s.t.  x <= 4, 2y <= 12, 3x + 2y <= 18  (optimum 36 at (2, 6)).
+inline Dense TextbookLp() {
+  Dense d;
+  d.m = 3, d.n = 2;
+  d.a = {1, 0, 0, 2, 3, 2};
+  d.obj = {3, 5};
+  d.sense = ZELQ_MAXIMIZE;
+  d.colLo = {0, 0};
+  d.colUp = {1e30, 1e30};
+  d.rowLo = {-1e30, -1e30, -1e30};
+  d.rowUp = {4, 12, 18};
+  return d;
+}
+
 // Loads d into prob through ZELQ_LoadProb; returns the code.
 int Load(ZELQprob* prob, const Dense& d);
 
