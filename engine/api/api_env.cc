@@ -98,10 +98,8 @@ int MakeEnv(const EnvState& settings, ZELQenv** p_env) {
   auto env = std::make_unique<zelq_env_s>();
   env->state = std::make_shared<EnvState>(settings);
   env->state->closed = false;
-  if (settings.banner && settings.logging && settings.logToConsole) {
-    std::printf("%s\n", kBanner);
-    std::fflush(stdout);
-  }
+  // Nothing is printed here: the front end fetches the banner with
+  // ZELQ_GetBanner and decides whether and where to show it.
   *p_env = env.release();
   return ZELQ_RETCODE_OK;
 }

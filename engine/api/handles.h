@@ -20,7 +20,7 @@ struct EnvState {
   int logging = 1;       // "Logging"
   int logToConsole = 1;  // "LogToConsole"
   int threads = -1;      // "Threads" (-1: solver's choice)
-  int banner = 1;        // "Banner": print the banner when the environment is created
+  int banner = 1;        // "Banner": kept for the front end, which shows the banner
   bool closed = false;
 };
 

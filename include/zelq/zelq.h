@@ -156,7 +156,9 @@ ZELQ_API int ZELQ_GetBanner(char *buff, int buffSize);
 /* Writes the text of a return code into buff, at most buffSize-1 chars. */
 ZELQ_API int ZELQ_GetRetcodeMsg(int code, char *buff, int buffSize);
 /* Creates / deletes a configuration: name/value settings applied when an environment is made
-   from it. Keys: "Logging" (0/1), "LogToConsole" (0/1), "Threads" (-1..128), "Banner" (0/1). */
+   from it. Keys: "Logging" (0/1), "LogToConsole" (0/1), "Threads" (-1..128), "Banner" (0/1).
+   Creating an environment prints nothing; "Banner" is kept for the caller, which may show the
+   text of ZELQ_GetBanner itself. */
 ZELQ_API int ZELQ_CreateEnvConfig(ZELQenvconfig **p_config);
 ZELQ_API int ZELQ_DeleteEnvConfig(ZELQenvconfig **p_config);
 ZELQ_API int ZELQ_SetEnvConfig(ZELQenvconfig *config, const char *name, const char *value);

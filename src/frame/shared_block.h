@@ -14,6 +14,7 @@
 #define ZELQ_FRAME_SHARED_BLOCK_H_
 
 #include <atomic>
+#include <cstddef>
 #include <cstdint>
 #include <new>
 #include <utility>
@@ -68,6 +69,24 @@ class Shared {
     return handle;
   }
 
+  // A new block (core, 1, 0, 1) whose core is built in the same allocation
+  // as the block: one allocation instead of two for the many small cores
+  // (element records, handle values) made per model element.
+  template <class... Args>
+  static Shared New(Args&&... args) {
+    auto* combined = new Combined;
+    try {
+      ::new (static_cast<void*>(combined->storage)) T(std::forward<Args>(args)...);
+    } catch (...) {
+      delete combined;
+      throw;
+    }
+    combined->block.pointer = reinterpret_cast<T*>(combined->storage);
+    Shared handle;
+    handle.block_ = &combined->block;
+    return handle;
+  }
+
   T* Get() const { return block_ != nullptr ? block_->pointer : nullptr; }
   T* operator->() const { return block_->pointer; }
   T& operator*() const { return *block_->pointer; }
@@ -90,10 +109,27 @@ class Shared {
     if (block_ != nullptr) block_->references.fetch_add(1);
   }
 
+  // Block and core in one allocation (made by New). The block comes first,
+  // so a pointer to it is a pointer to the whole.
+  struct Combined {
+    SharedBlock<T> block{nullptr, 1, 0, {1}};
+    alignas(T) unsigned char storage[sizeof(T)];
+  };
+
+  static bool IsCombined(const SharedBlock<T>* block) {
+    return reinterpret_cast<uintptr_t>(block->pointer) ==
+           reinterpret_cast<uintptr_t>(block) + offsetof(Combined, storage);
+  }
+
   void Release() noexcept {
     if (block_ == nullptr) return;
     SharedBlock<T>* block = std::exchange(block_, nullptr);
     if (block->references.fetch_sub(1) != 1) return;
+    if (IsCombined(block)) {
+      block->pointer->~T();
+      delete reinterpret_cast<Combined*>(block);
+      return;
+    }
     Free(block->pointer, block->count, block->array_flag);
     delete block;
   }

@@ -6,7 +6,7 @@ ModelData::~ModelData() { DetachAll(); }
 
 ElementRef ModelData::Append(ElementKind kind, const char* element_name) {
   ElementTable& table = tables[kind];
-  ElementRef ref = ElementRef::Wrap(new ElementRecord);
+  ElementRef ref = ElementRef::New();
   ref->model = this;
   ref->index = table.count++;
   if (element_name != nullptr) ref->name = element_name;

@@ -54,21 +54,21 @@ T EmptyResult() {
 #define ZELQ_PENDING_Builder ZELQ_PENDING
 // Families of this release: a family defined in its own file maps to nothing.
 #define ZELQ_PENDING_Life(...)
-#define ZELQ_PENDING_Param ZELQ_PENDING
-#define ZELQ_PENDING_Attr ZELQ_PENDING
-#define ZELQ_PENDING_Var ZELQ_PENDING
-#define ZELQ_PENDING_Constr ZELQ_PENDING
-#define ZELQ_PENDING_Result ZELQ_PENDING
-#define ZELQ_PENDING_Iis ZELQ_PENDING
-#define ZELQ_PENDING_Coeff ZELQ_PENDING
-#define ZELQ_PENDING_Load ZELQ_PENDING
-#define ZELQ_PENDING_Access ZELQ_PENDING
-#define ZELQ_PENDING_Objective ZELQ_PENDING
-#define ZELQ_PENDING_Start ZELQ_PENDING
-#define ZELQ_PENDING_Info ZELQ_PENDING
-#define ZELQ_PENDING_Solve ZELQ_PENDING
-#define ZELQ_PENDING_Remove ZELQ_PENDING
-#define ZELQ_PENDING_Basis ZELQ_PENDING
+#define ZELQ_PENDING_Param(...)
+#define ZELQ_PENDING_Attr(...)
+#define ZELQ_PENDING_Var(...)
+#define ZELQ_PENDING_Constr(...)
+#define ZELQ_PENDING_Result(...)
+#define ZELQ_PENDING_Iis(...)
+#define ZELQ_PENDING_Coeff(...)
+#define ZELQ_PENDING_Load(...)
+#define ZELQ_PENDING_Access(...)
+#define ZELQ_PENDING_Objective(...)
+#define ZELQ_PENDING_Start(...)
+#define ZELQ_PENDING_Info(...)
+#define ZELQ_PENDING_Solve(...)
+#define ZELQ_PENDING_Remove(...)
+#define ZELQ_PENDING_Basis(...)
 #define ZELQ_PENDING_Error(...)
 
 #define ZELQ_MODEL_OP(family, result, name, params, qualifier) \

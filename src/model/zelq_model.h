@@ -36,6 +36,9 @@ struct ModelCore {
   // between uses.
   std::vector<double> merge_values;
   std::vector<uint8_t> merge_flags;
+  // Column indices of the row being added from an expression; reused so that
+  // adding a constraint allocates nothing for its terms.
+  std::vector<int> row_indices;
 };
 
 class ZelqModel final : public IModel {

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <stdexcept>
 #include <thread>
 #include <vector>
 
@@ -74,6 +75,35 @@ TEST(SharedBlock, CountsAtomicallyAcrossThreads) {
   }
   for (std::thread& thread : threads) thread.join();
   EXPECT_EQ(shared.References(), 1u);
+}
+
+}  // namespace
+}  // namespace Zelq
+
+namespace Zelq {
+namespace {
+
+struct Throws {
+  explicit Throws(bool fail) {
+    if (fail) throw std::runtime_error("no");
+  }
+};
+
+TEST(SharedBlock, OneAllocationBlocksBehaveLikeWrappedOnes) {
+  Counted::destroyed = 0;
+  {
+    auto a = Shared<Counted>::New();
+    EXPECT_EQ(a.Count(), 1u);
+    EXPECT_EQ(a.ArrayFlag(), 0u);
+    EXPECT_EQ(a.References(), 1u);
+    auto b = a;
+    EXPECT_EQ(b.References(), 2u);
+    EXPECT_EQ(a.Get(), b.Get());
+  }
+  EXPECT_EQ(Counted::destroyed, 1);
+  // A constructor that throws leaks nothing (checked under the leak checker).
+  EXPECT_THROW(Shared<Throws>::New(true), std::runtime_error);
+  EXPECT_NE(Shared<Throws>::New(false).Get(), nullptr);
 }
 
 }  // namespace
