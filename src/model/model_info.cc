@@ -43,6 +43,16 @@ const InfoSetter kRowSetters[] = {
     {"UB", &EngineIndex::SetRowUpper, "Fail to set row UB"},
 };
 
+const InfoSetter kNlConstrSetters[] = {
+    {"LB", &EngineIndex::SetNLConstrLower, "Fail to set LB of nonlinear constraints"},
+    {"UB", &EngineIndex::SetNLConstrUpper, "Fail to set UB of nonlinear constraints"},
+};
+
+const InfoSetter kPsdConstrSetters[] = {
+    {"LB", &EngineIndex::SetPSDConstrLower, "Fail to set LB of PSD constraint"},
+    {"UB", &EngineIndex::SetPSDConstrUpper, "Fail to set UB of PSD constraint"},
+};
+
 const InfoKind kColInfo = {"Empty information name of variables",
                            "Invalid input values for variables",
                            "Unknown double information of variable", kColSetters, 4};
@@ -50,6 +60,29 @@ const InfoKind kColInfo = {"Empty information name of variables",
 const InfoKind kRowInfo = {"Empty information name of constraints",
                            "Invalid input values for constraints",
                            "Unknown double information of constraint", kRowSetters, 2};
+
+const InfoKind kNlConstrInfo = {"Empty information name of nonlinear constraints",
+                                "Invalid input values for nonlinear constraints",
+                                "Unknown double information of nonlinear constraint",
+                                kNlConstrSetters, 2};
+
+const InfoKind kPsdConstrInfo = {"Empty information name of PSD constraints",
+                                 "Invalid input values for PSD constraints",
+                                 "Unknown double information of PSD constraint", kPsdConstrSetters,
+                                 2};
+
+using GetInfoFn = int (*)(ZELQprob*, const char*, int, const int*, double*);
+
+// Reads one information value per live element of the list; returns the
+// number of live elements, or -1 when the engine call failed.
+int GetInfo(ZelqModel& model, GetInfoFn EngineIndex::*call, const char* name,
+            const std::vector<ElementRef>* records, double* values, const char* message) {
+  std::vector<int> indices = LiveIndices(records);
+  const int count = static_cast<int>(indices.size());
+  SetError(model.Error(), (Engine().*call)(model.Prob(), name, count, indices.data(), values),
+           message, name != nullptr ? name : "");
+  return model.Error().Failed() ? -1 : count;
+}
 
 // Checks the arguments, pairs the live elements with their values and calls
 // the engine setter the name selects (names match exactly, case included).
@@ -80,20 +113,42 @@ void SetInfo(ZelqModel& model, const InfoKind& kind, const char* name,
 
 }  // namespace
 
+// The message formats take the information name; only the nonlinear one
+// shows it.
 int ZelqModel::GetColInfo(const char* name, const IVarArray* vars, double* values) {
-  std::vector<int> indices = LiveIndices(RecordsOf(vars));
-  const int count = static_cast<int>(indices.size());
-  SetError(Error(), Engine().GetColInfo(Prob(), name, count, indices.data(), values),
-           "Fail to get col info");
-  return Error().Failed() ? -1 : count;
+  return GetInfo(*this, &EngineIndex::GetColInfo, name, RecordsOf(vars), values,
+                 "Fail to get col info");
 }
 
 int ZelqModel::GetRowInfo(const char* name, const IConstrArray* constrs, double* values) {
-  std::vector<int> indices = LiveIndices(RecordsOf(constrs));
-  const int count = static_cast<int>(indices.size());
-  SetError(Error(), Engine().GetRowInfo(Prob(), name, count, indices.data(), values),
-           "Fail to get row info");
-  return Error().Failed() ? -1 : count;
+  return GetInfo(*this, &EngineIndex::GetRowInfo, name, RecordsOf(constrs), values,
+                 "Fail to get row info");
+}
+
+int ZelqModel::GetNlConstrInfo(const char* name, const INlConstrArray* constrs, double* values) {
+  return GetInfo(*this, &EngineIndex::GetNLConstrInfo, name, RecordsOf(constrs), values,
+                 "Fail to get nonlinear constraint info of '%s'");
+}
+
+int ZelqModel::GetQConstrInfo(const char* name, const IQConstrArray* constrs, double* values) {
+  return GetInfo(*this, &EngineIndex::GetQConstrInfo, name, RecordsOf(constrs), values,
+                 "Fail to get quadratic constraint info");
+}
+
+int ZelqModel::GetPsdConstrInfo(const char* name, const IPsdConstrArray* constrs,
+                                double* values) {
+  return GetInfo(*this, &EngineIndex::GetPSDConstrInfo, name, RecordsOf(constrs), values,
+                 "Fail to get info of PSD constraints");
+}
+
+void ZelqModel::SetNlConstrInfo(const char* name, const INlConstrArray* constrs,
+                                const double* values, int len) {
+  SetInfo(*this, kNlConstrInfo, name, RecordsOf(constrs), values, len);
+}
+
+void ZelqModel::SetPsdConstrInfo(const char* name, const IPsdConstrArray* constrs,
+                                 const double* values, int len) {
+  SetInfo(*this, kPsdConstrInfo, name, RecordsOf(constrs), values, len);
 }
 
 void ZelqModel::SetColInfo(const char* name, const IVarArray* vars, const double* values, int len) {

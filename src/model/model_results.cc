@@ -107,4 +107,14 @@ int ZelqModel::GetRowUpperIIS(const IConstrArray* constrs, int* status) {
                    "Fail to get IIS status of constraints");
 }
 
+int ZelqModel::GetSOSIIS(const ISosArray* soss, int* status) {
+  return IisStatus(*this, &EngineIndex::GetSOSIIS, RecordsOf(soss), status,
+                   "Fail to get IIS status of SOS constraints");
+}
+
+int ZelqModel::GetIndicatorIIS(const IGenConstrArray* indicators, int* status) {
+  return IisStatus(*this, &EngineIndex::GetIndicatorIIS, RecordsOf(indicators), status,
+                   "Fail to get IIS status of indicator constraints");
+}
+
 }  // namespace Zelq

@@ -32,6 +32,14 @@ Constraint* ConstrOf(const IConstraint* constr);
 const std::vector<ElementRef>* RecordsOf(const IVarArray* vars);
 const std::vector<ElementRef>* RecordsOf(const IConstrArray* constrs);
 const ColumnData* ColumnOf(const IColumn* column);
+// Records of the arrays of element kinds whose handles arrive in a later
+// release. No such array can be made yet, so these return null (an empty
+// list) for now.
+const std::vector<ElementRef>* RecordsOf(const ISosArray* soss);
+const std::vector<ElementRef>* RecordsOf(const IGenConstrArray* constrs);
+const std::vector<ElementRef>* RecordsOf(const INlConstrArray* constrs);
+const std::vector<ElementRef>* RecordsOf(const IQConstrArray* constrs);
+const std::vector<ElementRef>* RecordsOf(const IPsdConstrArray* constrs);
 // Columns of an array, in order (each a ColumnData).
 const std::vector<ColumnData>* ColumnsOf(const IColumnArray* columns);
 

@@ -129,8 +129,10 @@ TEST_F(ModelSolveTest, RealLpResultsAndBasisSolves) {
   double x[2] = {}, dual[3] = {};
   model_->GetSolution(x);
   model_->GetLpSolution(nullptr, nullptr, dual, nullptr);
-  EXPECT_NEAR(x[0] * 10 + x[1], 26, 1e-9);  // (2, 6)
-  EXPECT_NEAR(dual[1] * 10 + dual[2], 16, 1e-9);  // (0, 1.5, 1)
+  EXPECT_NEAR(x[0], 2, 1e-9);
+  EXPECT_NEAR(x[1], 6, 1e-9);
+  EXPECT_NEAR(dual[1], 1.5, 1e-9);
+  EXPECT_NEAR(dual[2], 1, 1e-9);
   int colBasis[2] = {}, rowBasis[3] = {};
   EXPECT_EQ(model_->GetColBasis(colBasis), 2);
   EXPECT_EQ(model_->GetRowBasis(rowBasis), 3);
@@ -460,6 +462,42 @@ TEST_F(ModelSolveTest, InterruptNeverFlushesAndUpdateDoes) {
   EXPECT_EQ(model_->GetErrorCode(), 0);
   EXPECT_EQ(model_->Data().update_flag, 0);
   EXPECT_EQ(x_[1]->index, 0);  // renumbered: x was deleted
+}
+
+}  // namespace
+}  // namespace Zelq
+
+namespace Zelq {
+namespace {
+
+// Lists of kinds whose handles come later read as empty; the engine still
+// answers for the family, and each operation records with its own message.
+TEST_F(ModelSolveTest, ListOperationsOfLaterKindsCheckAndReportLikeTheirTwins) {
+  const double one[1] = {1};
+  double out[1] = {0};
+  int status[1] = {0};
+  model_->SetNlConstrInfo("", nullptr, one, 1);
+  ExpectError(3, "(INVALID) Empty information name of nonlinear constraints");
+  model_->SetNlConstrInfo("LB", nullptr, nullptr, 0);
+  ExpectError(3, "(INVALID) Invalid input values for nonlinear constraints");
+  model_->SetPsdConstrInfo(nullptr, nullptr, one, 1);
+  ExpectError(3, "(INVALID) Empty information name of PSD constraints");
+  model_->SetPsdConstrInfo("UB", nullptr, nullptr, 0);
+  ExpectError(3, "(INVALID) Invalid input values for PSD constraints");
+  model_->SetPsdConstrInfo("UB", nullptr, one, 1);  // nothing live: no call, record untouched
+  ExpectError(3, "(INVALID) Invalid input values for PSD constraints");
+
+  EXPECT_EQ(model_->GetNlConstrInfo("Slack", nullptr, out), -1);
+  ExpectError(ZELQ_RETCODE_NOTSUPPORTED, "(UNKNOWN) Fail to get nonlinear constraint info of 'Slack'");
+  EXPECT_EQ(model_->GetQConstrInfo("Slack", nullptr, out), -1);
+  ExpectError(ZELQ_RETCODE_NOTSUPPORTED, "(UNKNOWN) Fail to get quadratic constraint info");
+  EXPECT_EQ(model_->GetPsdConstrInfo("Slack", nullptr, out), -1);
+  ExpectError(ZELQ_RETCODE_NOTSUPPORTED, "(UNKNOWN) Fail to get info of PSD constraints");
+  EXPECT_EQ(model_->GetSOSIIS(nullptr, status), 0);
+  ExpectError(ZELQ_RETCODE_NOTSUPPORTED, "(UNKNOWN) Fail to get IIS status of SOS constraints");
+  EXPECT_EQ(model_->GetIndicatorIIS(nullptr, status), 0);
+  ExpectError(ZELQ_RETCODE_NOTSUPPORTED,
+              "(UNKNOWN) Fail to get IIS status of indicator constraints");
 }
 
 }  // namespace
