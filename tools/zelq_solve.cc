@@ -136,6 +136,9 @@ int main(int argc, char** argv) {
     std::fprintf(stderr, "usage: zelq-solve FILE [Name=Value ...] [--write OUT]\n");
     return argc < 2 ? 2 : 0;
   }
+  // The engine leaves the greeting to its callers.
+  char banner[1024] = {};
+  if (ZELQ_GetBanner(banner, 1020) == 0 && banner[0] != '\0') std::printf("%s\n", banner);
   ZELQenv* env = nullptr;
   ZELQprob* prob = nullptr;
   int rc = ZELQ_CreateEnvWithPath(nullptr, &env);

@@ -134,73 +134,85 @@ void ZelqModel::SetNames(const IConstrArray* constrs, const char* const* names, 
   SetRecordNames(*this, RecordsOf(constrs), names, len, false, Engine().SetRowNames, kConstrText);
 }
 
+namespace {
+
+using SliceFn = decltype(&::ZELQ_GetCols);
+
+// One column or row of the engine's matrix: the size query, then the fetch,
+// each recorded with its own message. False after a failure.
+bool FetchSlice(ZelqModel& model, SliceFn EngineIndex::*fetch, int index, const char* size_message,
+                const char* data_message, std::vector<int>& indices, std::vector<double>& coeffs) {
+  int size = 0;
+  int rc = (Engine().*fetch)(model.Prob(), 1, &index, nullptr, nullptr, nullptr, nullptr, 0, &size);
+  SetError(model.Error(), rc, "%s", size_message);
+  if (rc != 0) return false;
+  indices.resize(size);
+  coeffs.resize(size);
+  rc = (Engine().*fetch)(model.Prob(), 1, &index, nullptr, nullptr, indices.data(), coeffs.data(),
+                         size, &size);
+  SetError(model.Error(), rc, "%s", data_message);
+  return rc == 0;
+}
+
+// The records of `table` at the engine's indices; code 5 with `message` for
+// an index the table does not hold.
+bool MapRecords(ErrorRecord& error, const std::vector<ElementRef>& table,
+                const std::vector<int>& indices, const char* message,
+                std::vector<ElementRef>& records) {
+  records.reserve(indices.size());
+  for (int k : indices) {
+    if (k < 0 || static_cast<size_t>(k) >= table.size()) {
+      SetError(error, kErrorINTERNAL, "%s", message);
+      return false;
+    }
+    records.push_back(table[k]);
+  }
+  return true;
+}
+
+}  // namespace
+
 // The column of a live variable: each engine row is mapped back to the
 // constraint record at that position of the (compacted) table.
 IColumn* ZelqModel::GetCol(const IVar* var) {
-  ErrorRecord& error = Error();
   const Var* value = VarOf(var);
-  int col = value != nullptr ? LiveIndex(value->record, Data()) : -1;
-  if (col < 0) {
-    SetError(error, kErrorINVALID, "Invalid variable");
+  if (value == nullptr || LiveIndex(value->record, Data()) < 0) {
+    SetError(Error(), kErrorINVALID, "Invalid variable");
     return NewColumn(ColumnData{});
   }
-  if (!Compact()) return NewColumn(ColumnData{});
-  col = value->record->index;
-  int size = 0;
-  int rc = Engine().GetCols(Prob(), 1, &col, nullptr, nullptr, nullptr, nullptr, 0, &size);
-  SetError(error, rc, "Fail to get required col size");
-  if (rc != 0) return NewColumn(ColumnData{});
-  std::vector<int> rows(size);
-  std::vector<double> coeffs(size);
-  rc = Engine().GetCols(Prob(), 1, &col, nullptr, nullptr, rows.data(), coeffs.data(), size, &size);
-  SetError(error, rc, "Fail to get col data");
-  if (rc != 0) return NewColumn(ColumnData{});
-  const std::vector<ElementRef>& constrs = Data().Table(kConstrKind).records;
+  std::vector<int> rows;
   ColumnData column;
-  column.constrs.reserve(rows.size());
-  for (int row : rows) {
-    if (row < 0 || static_cast<size_t>(row) >= constrs.size()) {
-      SetError(error, kErrorINTERNAL, "Internal row index error");
-      return NewColumn(ColumnData{});
-    }
-    column.constrs.push_back(constrs[row]);
+  if (!Compact() ||
+      !FetchSlice(*this, &EngineIndex::GetCols, value->record->index,
+                  "Fail to get required col size", "Fail to get col data", rows, column.coeffs) ||
+      !MapRecords(Error(), Data().Table(kConstrKind).records, rows, "Internal row index error",
+                  column.constrs)) {
+    return NewColumn(ColumnData{});
   }
-  column.coeffs = std::move(coeffs);
   return NewColumn(std::move(column));
 }
 
 // The row of a live constraint as an expression over the model's variables,
 // with constant 0.
 IExpr* ZelqModel::GetRow(const IConstraint* constr) {
-  ErrorRecord& error = Error();
   const Constraint* value = ConstrOf(constr);
-  int row = value != nullptr ? LiveIndex(value->record, Data()) : -1;
-  if (row < 0) {
-    SetError(error, kErrorINVALID, "Invalid constraint");
+  if (value == nullptr || LiveIndex(value->record, Data()) < 0) {
+    SetError(Error(), kErrorINVALID, "Invalid constraint");
     return NewExpr(ExprData{});
   }
-  if (!Compact()) return NewExpr(ExprData{});
-  row = value->record->index;
-  int size = 0;
-  int rc = Engine().GetRows(Prob(), 1, &row, nullptr, nullptr, nullptr, nullptr, 0, &size);
-  SetError(error, rc, "Fail to get required row buffer size");
-  if (rc != 0) return NewExpr(ExprData{});
-  std::vector<int> cols(size);
-  std::vector<double> coeffs(size);
-  rc = Engine().GetRows(Prob(), 1, &row, nullptr, nullptr, cols.data(), coeffs.data(), size, &size);
-  SetError(error, rc, "Fail to get row data");
-  if (rc != 0) return NewExpr(ExprData{});
-  const std::vector<ElementRef>& vars = Data().Table(kVarKind).records;
+  std::vector<int> cols;
+  std::vector<ElementRef> vars;
   ExprData expr;
-  expr.vars.reserve(cols.size());
-  for (int col : cols) {
-    if (col < 0 || static_cast<size_t>(col) >= vars.size()) {
-      SetError(error, kErrorINTERNAL, "Internal col index error");
-      return NewExpr(ExprData{});
-    }
-    expr.vars.push_back(Var(vars[col]));
+  if (!Compact() ||
+      !FetchSlice(*this, &EngineIndex::GetRows, value->record->index,
+                  "Fail to get required row buffer size", "Fail to get row data", cols,
+                  expr.coeffs) ||
+      !MapRecords(Error(), Data().Table(kVarKind).records, cols, "Internal col index error",
+                  vars)) {
+    return NewExpr(ExprData{});
   }
-  expr.coeffs = std::move(coeffs);
+  expr.vars.reserve(vars.size());
+  for (ElementRef& ref : vars) expr.vars.push_back(Var(std::move(ref)));
   return NewExpr(std::move(expr));
 }
 
