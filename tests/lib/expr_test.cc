@@ -54,37 +54,29 @@ bool SameBits(double a, double b) { return std::memcmp(&a, &b, sizeof a) == 0; }
 // only, so printing has to fetch the names.
 class LpModel {
  public:
-  LpModel() {
-    env_ = Shared<EnvBox>::Wrap(new EnvBox);
+  LpModel() : env_(Shared<EnvBox>::Wrap(new EnvBox)) {
     EXPECT_EQ(Engine().CreateEnvWithPath(nullptr, &env_->env), 0);
     model_.reset(NewModel(env_, "m"));
     EXPECT_EQ(Engine().SetIntParam(Prob(), "Logging", 0), 0);
-    x = AddColumn("x", 3);
-    y = AddColumn("y", 5);
-    AddRow({0}, {1}, 4);
-    AddRow({1}, {2}, 12);
-    AddRow({0, 1}, {3, 2}, 18);
     EXPECT_EQ(Engine().SetObjSense(Prob(), ZELQ_MAXIMIZE), 0);
+    const double obj[] = {3, 5}, val[] = {1, 2, 3, 2}, rhs[] = {4, 12, 18};
+    const int beg[] = {0, 1, 2}, cnt[] = {1, 1, 2}, idx[] = {0, 1, 0, 1};
+    const char* names[] = {"x", "y"};
+    EXPECT_EQ(Engine().AddCols(Prob(), 2, obj, nullptr, nullptr, nullptr, nullptr, nullptr,
+                               nullptr, nullptr, names),
+              0);
+    EXPECT_EQ(Engine().AddRows(Prob(), 3, beg, cnt, idx, val, "LLL", rhs, nullptr, nullptr), 0);
+    x = Var(Data().Append(kVarKind));
+    y = Var(Data().Append(kVarKind));
   }
 
   ZELQprob* Prob() const { return static_cast<ZelqModel*>(model_.get())->Prob(); }
   ModelData& Data() const { return static_cast<ZelqModel*>(model_.get())->Data(); }
   void Solve() { ASSERT_EQ(Engine().Solve(Prob()), 0); }
 
-  Var AddColumn(const char* name, double obj) {
-    EXPECT_EQ(Engine().AddCol(Prob(), obj, 0, nullptr, nullptr, 'C', 0, 1e30, name), 0);
-    return Var(Data().Append(kVarKind));
-  }
-
   Var x, y;
 
  private:
-  void AddRow(std::vector<int> idx, std::vector<double> val, double rhs) {
-    EXPECT_EQ(Engine().AddRow(Prob(), static_cast<int>(idx.size()), idx.data(), val.data(), 'L',
-                              rhs, 1e30, nullptr),
-              0);
-  }
-
   Shared<EnvBox> env_;
   std::unique_ptr<IModel> model_;
 };
@@ -301,8 +293,7 @@ TEST(Expr, ValuesThroughTheInterface) {
   EXPECT_EQ(e->GetSize(), 1);
   e->SetCoeff(0, -2);
   EXPECT_EQ(e->GetCoeff(0), -2);
-  VarPtr v(e->GetVar(0));
-  EXPECT_EQ(v->GetIdx(), 4);
+  EXPECT_EQ(VarPtr(e->GetVar(0))->GetIdx(), 4);
   // Out-of-range term indices read 0 / an invalid variable and write nothing.
   e->SetCoeff(1, 9);
   e->SetCoeff(-1, 9);
@@ -319,9 +310,9 @@ TEST(Expr, ValuesThroughTheInterface) {
   EXPECT_EQ(VarPtr(null_term->GetVar(0))->GetIdx(), -2);
   EXPECT_EQ(null_term->GetCoeff(0), 2);
 
-  EXPECT_THROW(e->Reserve(-1), std::length_error);
   try {
     e->Reserve(-1);
+    ADD_FAILURE() << "no exception";
   } catch (const std::length_error& error) {
     EXPECT_STREQ(error.what(), "vector::reserve");
   }
@@ -469,7 +460,6 @@ TEST(ExprEvaluate, SolutionValuesAndStickyFailures) {
   half->iDivide(-0.0);
   EXPECT_EQ(half->Evaluate(), 1e30);
   EXPECT_EQ(half->GetCoeff(0), 1.5);  // unchanged by the failed division
-  EXPECT_EQ(half->Evaluate(), 1e30);
 
   // A variable that is not in a model: its "Invalid variable" is taken over.
   ExprPtr detached(CreateLinExpr(nullptr, 1));

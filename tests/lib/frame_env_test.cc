@@ -75,16 +75,13 @@ TEST(EnvrCreate, FailuresStillReturnAnEnvironmentWithTheCode) {
   std::unique_ptr<IEnvr> missing(CreateEnvrWithPath("/nonexistent/zelq/dir", &sink));
   EXPECT_EQ(Record(missing), "2 (FILE) Fail to create ZELQ environment with path");
   {
-    EngineOverride fail(&EngineIndex::CreateEnvWithPath, [](const char*, ZELQenv**) { return 5; });
+    EngineOverride fail(&EngineIndex::CreateEnvWithPath, [](auto...) { return 5; });
     EXPECT_EQ(Record(std::unique_ptr<IEnvr>(CreateEnvr(&sink))),
               "5 (INTERNAL) Fail to create ZELQ environment");
   }
   g_calls = 0;
   {
-    EngineOverride fail(&EngineIndex::CreateEnvWithConfig, [](ZELQenvconfig*, ZELQenv**) {
-      ++g_calls;
-      return 3;
-    });
+    EngineOverride fail(&EngineIndex::CreateEnvWithConfig, [](auto...) { return ++g_calls, 3; });
     struct ForeignConfig : IEnvrConfig {
       void Set(const char*, const char*) override {}
       int GetErrorCode() const override { return 0; }
@@ -101,11 +98,8 @@ TEST(EnvrCreate, FailuresStillReturnAnEnvironmentWithTheCode) {
   }
   // A failed banner fetch stops before the engine environment is made.
   g_calls = 0;
-  EngineOverride count(&EngineIndex::CreateEnvWithPath, [](const char*, ZELQenv**) {
-    ++g_calls;
-    return 0;
-  });
-  EngineOverride fail(&EngineIndex::GetBanner, [](char*, int) { return 1; });
+  EngineOverride count(&EngineIndex::CreateEnvWithPath, [](auto...) { return ++g_calls, 0; });
+  EngineOverride fail(&EngineIndex::GetBanner, [](auto...) { return 1; });
   EXPECT_EQ(Record(std::unique_ptr<IEnvr>(CreateEnvr(&sink))),
             "1 (MEMORY) Fail to create ZELQ environment");
   EXPECT_EQ(Record(std::unique_ptr<IEnvr>(CreateEnvrWithPath("", nullptr))),
@@ -151,7 +145,7 @@ TEST(Banner, ShownOnceWhereTheSettingsSay) {
   }
   // When nothing is to be shown the banner is not even fetched.
   g_calls = 0;
-  EngineOverride count(&EngineIndex::GetBanner, [](char*, int) { return ++g_calls, 0; });
+  EngineOverride count(&EngineIndex::GetBanner, [](auto...) { return ++g_calls, 0; });
   QuietEnvr();
   EXPECT_EQ(g_calls, 0);
 }
@@ -163,10 +157,7 @@ TEST(EnvrConfig, SetRecordsFailuresAndTheHandleIsDeletedOnce) {
   EXPECT_EQ(config->GetErrorCode(), 0);  // success clears the code
   g_calls = 0;
   {
-    EngineOverride fail(&EngineIndex::SetEnvConfig, [](ZELQenvconfig*, const char*, const char*) {
-      ++g_calls;
-      return 5;
-    });
+    EngineOverride fail(&EngineIndex::SetEnvConfig, [](auto...) { return ++g_calls, 5; });
     config->Set(nullptr, "1");
     EXPECT_EQ(config->GetErrorCode(), 3);
     config->Set("Logging", nullptr);
@@ -179,17 +170,15 @@ TEST(EnvrConfig, SetRecordsFailuresAndTheHandleIsDeletedOnce) {
   std::unique_ptr<IEnvr>(CreateEnvrWithConfig(config.get(), &sink));
   EXPECT_EQ(sink.calls, 1);  // the refused "Banner" setting was not remembered
   {
-    EngineOverride fail(&EngineIndex::CreateEnvConfig, [](ZELQenvconfig**) { return 1; });
+    EngineOverride fail(&EngineIndex::CreateEnvConfig, [](auto...) { return 1; });
     auto broken = Config(nullptr, nullptr);
     EXPECT_EQ(Record(broken), "1 (MEMORY) Fail to create ZELQ environment config");
     broken->Set("Logging", "0");
     EXPECT_EQ(broken->GetErrorCode(), 3);  // the engine refuses a null configuration
   }
   g_calls = 0;
-  EngineOverride count(&EngineIndex::DeleteEnvConfig, [](ZELQenvconfig** c) {
-    ++g_calls;
-    return DefaultEngine().DeleteEnvConfig(c);
-  });
+  EngineOverride count(&EngineIndex::DeleteEnvConfig,
+                       [](auto c) { return ++g_calls, DefaultEngine().DeleteEnvConfig(c); });
   Config(nullptr, nullptr);
   EXPECT_EQ(g_calls, 1);
 }
@@ -200,10 +189,8 @@ TEST(Envr, PlacementOperationsPassArgumentsAndRecordEngineCodes) {
   EXPECT_GE(env->GetCpuAffinity(0, -1), 1);
   EXPECT_EQ(env->GetErrorCode(), 0);
   {
-    EngineOverride fail(&EngineIndex::GetNumaNodeCount, [](ZELQenv*, int* count) {
-      *count = 4;
-      return 3;
-    });
+    EngineOverride fail(&EngineIndex::GetNumaNodeCount,
+                        [](auto, int* count) { return *count = 4, 3; });
     EXPECT_EQ(env->GetNumaNodeCount(), 0);
     EXPECT_EQ(Record(env), "3 (INVALID) Fail to get number of NUMA nodes");
   }
@@ -251,10 +238,8 @@ TEST(Envr, CloseReturnsTheEngineCodeUnrecorded) {
 
 TEST(Envr, EngineEnvironmentLivesUntilTheLastModelIsGone) {
   g_calls = 0;
-  EngineOverride count(&EngineIndex::DeleteEnv, [](ZELQenv** env) {
-    ++g_calls;
-    return DefaultEngine().DeleteEnv(env);
-  });
+  EngineOverride count(&EngineIndex::DeleteEnv,
+                       [](ZELQenv** env) { return ++g_calls, DefaultEngine().DeleteEnv(env); });
   std::unique_ptr<IEnvr> env = QuietEnvr();
   std::unique_ptr<IModel> first(CreateModel(env.get(), "first"));
   std::unique_ptr<IModel> second(env->CreateModel(nullptr));

@@ -55,6 +55,13 @@ class ModelAccess : public ::testing::Test {
     EXPECT_EQ(Engine().GetElem(model_->Prob(), col, row, &value), 0);
     return value;
   }
+  // Runs `op` with one engine entry failing with code 5; the message it recorded.
+  template <class Fn, class Op>
+  std::string FailingIn(Fn EngineIndex::*entry, Op op) {
+    EngineOverride<Fn> fail(entry, kFail);
+    op();
+    return Err();
+  }
 
   Shared<EnvBox> env_;
   Own<IModel> owner_;
@@ -62,8 +69,7 @@ class ModelAccess : public ::testing::Test {
 };
 
 TEST_F(ModelAccess, GetVarAndGetConstrFollowTheIndexRules) {
-  ElementRef x = AddCol("x");
-  ElementRef y = AddCol("y");
+  ElementRef x = AddCol("x"), y = AddCol("y");
   AddCol("z");
   AddRow("r", {0}, {1.0});
   for (int bad : {-1, 3}) {
@@ -95,10 +101,7 @@ TEST_F(ModelAccess, GetVarAndGetConstrFollowTheIndexRules) {
 }
 
 TEST_F(ModelAccess, LooksUpByNameAfterCompactionAndListsLiveElements) {
-  ElementRef x = AddCol("x");
-  ElementRef y = AddCol("y");
-  ElementRef w = AddCol("w");
-  ElementRef r0 = AddRow("r0", {0}, {1.0});
+  ElementRef x = AddCol("x"), y = AddCol("y"), w = AddCol("w"), r0 = AddRow("r0", {0}, {1.0});
   AddRow("r1", {1}, {1.0});
   RemoveVar(x);
   RemoveConstr(r0);
@@ -110,11 +113,9 @@ TEST_F(ModelAccess, LooksUpByNameAfterCompactionAndListsLiveElements) {
   EXPECT_EQ(Err(), "(INVALID) No such variable");
   EXPECT_EQ(Own<IConstraint>(model_->GetConstrByName("r0"))->GetIdx(), -2);
   EXPECT_EQ(Err(), "(INVALID) No such constraint");
-  {
-    EngineOverride fail(&EngineIndex::GetColIdx, kFail);
-    EXPECT_EQ(Own<IVar>(model_->GetVarByName("y"))->GetIdx(), -2);
-    EXPECT_EQ(Err(), "(INTERNAL) No such variable");
-  }
+  EXPECT_EQ(FailingIn(&EngineIndex::GetColIdx,
+                      [&] { EXPECT_EQ(Own<IVar>(model_->GetVarByName("y"))->GetIdx(), -2); }),
+            "(INTERNAL) No such variable");
 
   Own<IVarArray> vars(model_->GetVars());
   ASSERT_EQ(vars->Size(), 2);
@@ -144,13 +145,10 @@ TEST_F(ModelAccess, SetNamesChecksElementsThenCountThenCallsTheEngine) {
   const char* others[] = {"p", "q", "r", "s"};
   model_->SetNames(all.get(), others, 4);
   EXPECT_EQ(Err(), "(INVALID) The 4-th variable has been removed");
-  {
-    Own<IVarArray> live(model_->GetVars());
-    EngineOverride fail(&EngineIndex::SetColNames, kFail);
-    model_->SetNames(live.get(), others, 4);
-    EXPECT_EQ(Err(), "(INTERNAL) Fail to set names of variables");
-    EXPECT_EQ(cols[0]->name, "a");  // the cache follows the engine
-  }
+  Own<IVarArray> live(model_->GetVars());
+  EXPECT_EQ(FailingIn(&EngineIndex::SetColNames, [&] { model_->SetNames(live.get(), others, 4); }),
+            "(INTERNAL) Fail to set names of variables");
+  EXPECT_EQ(cols[0]->name, "a");  // the cache follows the engine
 
   ElementRef r0 = AddRow("r0", {}, {});
   ElementRef r1 = AddRow("r1", {}, {});
@@ -164,9 +162,7 @@ TEST_F(ModelAccess, SetNamesChecksElementsThenCountThenCallsTheEngine) {
 }
 
 TEST_F(ModelAccess, GetColAndGetRowRoundTrip) {
-  ElementRef x = AddCol("x");
-  AddCol("y");
-  ElementRef z = AddCol("z");
+  ElementRef x = AddCol("x"), y = AddCol("y"), z = AddCol("z");
   ElementRef r0 = AddRow("r0", {0, 2}, {1.5, -2.0});
   ElementRef r1 = AddRow("r1", {0, 1}, {3.0, 4.0});
   ElementRef r2 = AddRow("r2", {0}, {7.0});
@@ -231,31 +227,22 @@ TEST_F(ModelAccess, ColumnRowAndMatrixReadsReportEngineFailures) {
 }
 
 TEST_F(ModelAccess, CoefficientsGetSetAndWholeMatrix) {
-  ElementRef x = AddCol("x");
-  ElementRef y = AddCol("y");
-  ElementRef r0 = AddRow("r0", {0}, {1.0});
-  ElementRef r1 = AddRow("r1", {1}, {2.0});
-  Own<IVar> xv(NewVarHandle(Var(x)));
-  Own<IVar> yv(NewVarHandle(Var(y)));
-  Own<IConstraint> c0(NewConstrHandle(Constraint(r0)));
-  Own<IConstraint> c1(NewConstrHandle(Constraint(r1)));
+  ElementRef x = AddCol("x"), y = AddCol("y");
+  ElementRef r0 = AddRow("r0", {0}, {1.0}), r1 = AddRow("r1", {1}, {2.0});
+  Own<IVar> xv(NewVarHandle(Var(x))), yv(NewVarHandle(Var(y)));
+  Own<IConstraint> c0(NewConstrHandle(Constraint(r0))), c1(NewConstrHandle(Constraint(r1)));
 
   EXPECT_EQ(model_->GetCoeff(c1.get(), yv.get()), 2.0);
   model_->SetCoeff(c1.get(), xv.get(), -3.5);
   EXPECT_EQ(model_->GetCoeff(c1.get(), xv.get()), -3.5);
   {
-    EngineOverride fail(&EngineIndex::GetElem, [](ZELQprob*, int, int, double* v) {
-      *v = 9;
-      return 5;
-    });
+    EngineOverride fail(&EngineIndex::GetElem,
+                        [](auto, auto, auto, double* v) { return *v = 9, 5; });
     EXPECT_EQ(model_->GetCoeff(c0.get(), xv.get()), 0.0);
     EXPECT_EQ(Err(), "(INTERNAL) Fail to get coefficient");
   }
-  {
-    EngineOverride fail(&EngineIndex::SetElem, kFail);
-    model_->SetCoeff(c0.get(), xv.get(), 4.0);
-    EXPECT_EQ(Err(), "(INTERNAL) Fail to change coefficient");
-  }
+  EXPECT_EQ(FailingIn(&EngineIndex::SetElem, [&] { model_->SetCoeff(c0.get(), xv.get(), 4.0); }),
+            "(INTERNAL) Fail to change coefficient");
   EXPECT_EQ(EngineCoeff(0, 0), 1.0);
 
   Own<IConstrArray> rows(NewConstrArray({r0, r1, r0}));
@@ -266,11 +253,9 @@ TEST_F(ModelAccess, CoefficientsGetSetAndWholeMatrix) {
     model_->SetCoeffs(rows.get(), len == 2 ? cols.get() : two.get(), values, len);
     EXPECT_EQ(Err(), "(INVALID) Dimensions mismatch among constraints, variables and values");
   }
-  {
-    EngineOverride fail(&EngineIndex::SetElems, kFail);
-    model_->SetCoeffs(rows.get(), cols.get(), values, 3);
-    EXPECT_EQ(Err(), "(INTERNAL) Fail to change coefficients");
-  }
+  EXPECT_EQ(FailingIn(&EngineIndex::SetElems,
+                      [&] { model_->SetCoeffs(rows.get(), cols.get(), values, 3); }),
+            "(INTERNAL) Fail to change coefficients");
   model_->SetCoeffs(rows.get(), cols.get(), values, 3);
   EXPECT_EQ(EngineCoeff(0, 1), 5.0);
   EXPECT_EQ(EngineCoeff(1, 1), 6.0);
@@ -314,11 +299,7 @@ TEST_F(ModelAccess, LoadMatrixRebuildsTheTablesAndSolves) {
   };
   load(-1);
   EXPECT_EQ(Err(), "(INVALID) Invalid number of variables or constraints");
-  {
-    EngineOverride fail(&EngineIndex::LoadProb, kFail);
-    load(2);
-    EXPECT_EQ(Err(), "(INTERNAL) Fail to load problem");
-  }
+  EXPECT_EQ(FailingIn(&EngineIndex::LoadProb, [&] { load(2); }), "(INTERNAL) Fail to load problem");
   EXPECT_EQ(old->index, 0);
   EXPECT_EQ(model_->Data().Table(kVarKind).count, 1);
 
@@ -337,10 +318,7 @@ TEST_F(ModelAccess, LoadMatrixRebuildsTheTablesAndSolves) {
 }
 
 TEST_F(ModelAccess, ObjectiveRoundTrip) {
-  ElementRef x = AddCol("x", 4.0);
-  ElementRef z = AddCol("z", 6.0);
-  ElementRef y = AddCol("y", 9.0);
-  ElementRef w = AddCol("w", 1.0);
+  ElementRef x = AddCol("x", 4.0), z = AddCol("z", 6.0), y = AddCol("y", 9.0), w = AddCol("w", 1.0);
   RemoveVar(z);
   // 2x + 1y + 3x + 8z + 5, where z is removed.
   ExprData data;
@@ -365,11 +343,8 @@ TEST_F(ModelAccess, ObjectiveRoundTrip) {
   Own<IExpr> empty(NewExpr(ExprData{}));
   model_->SetObjective(empty.get(), 0);
   EXPECT_EQ(Err(), "(INVALID) Invalid objective sense");
-  {
-    EngineOverride fail(&EngineIndex::ReplaceColObj, kFail);
-    model_->SetLinObjective(empty.get());
-    EXPECT_EQ(Err(), "(INTERNAL) Fail to set objective");
-  }
+  EXPECT_EQ(FailingIn(&EngineIndex::ReplaceColObj, [&] { model_->SetLinObjective(empty.get()); }),
+            "(INTERNAL) Fail to set objective");
   got.reset(model_->GetObjective());
   EXPECT_EQ(got->GetSize(), 2);
   EXPECT_EQ(got->GetConstant(), 5.0);
@@ -398,35 +373,23 @@ TEST_F(ModelAccess, ObjectiveRoundTrip) {
 TEST_F(ModelAccess, ObjectiveReportsEngineFailures) {
   AddCol("x", 1.0);
   Own<IExpr> empty(NewExpr(ExprData{}));
-  {
-    EngineOverride fail(&EngineIndex::SetObjSense, kFail);
-    model_->SetObjSense(-1);
-    EXPECT_EQ(Err(), "(INTERNAL) Fail to set objective sense");
-  }
-  {
-    EngineOverride fail(&EngineIndex::SetObjConst, kFail);
-    model_->SetObjConst(1.0);
-    EXPECT_EQ(Err(), "(INTERNAL) Fail to set objective constant");
-    model_->SetLinObjective(empty.get());
-    EXPECT_EQ(Err(), "(INTERNAL) Fail to set objective");
-  }
-  {
-    EngineOverride fail(&EngineIndex::SetColObj, kFail);
-    const double coeff = 2.0;
-    model_->SetLinObjective(Own<IVarArray>(model_->GetVars()).get(), &coeff, 1);
-    EXPECT_EQ(Err(), "(INTERNAL) Fail to set objective");
-  }
+  Own<IVarArray> vars(model_->GetVars());
+  const double coeff = 2.0;
+  EXPECT_EQ(FailingIn(&EngineIndex::SetObjSense, [&] { model_->SetObjSense(-1); }),
+            "(INTERNAL) Fail to set objective sense");
+  EXPECT_EQ(FailingIn(&EngineIndex::SetObjConst, [&] { model_->SetObjConst(1.0); }),
+            "(INTERNAL) Fail to set objective constant");
+  EXPECT_EQ(FailingIn(&EngineIndex::SetObjConst, [&] { model_->SetLinObjective(empty.get()); }),
+            "(INTERNAL) Fail to set objective");
+  EXPECT_EQ(FailingIn(&EngineIndex::SetColObj,
+                      [&] { model_->SetLinObjective(vars.get(), &coeff, 1); }),
+            "(INTERNAL) Fail to set objective");
   EXPECT_EQ(Own<IExpr>(model_->GetObjective())->GetCoeff(0), 1.0);  // unchanged
-  {
-    EngineOverride fail(&EngineIndex::GetColInfo, kFail);
-    EXPECT_EQ(Own<IExpr>(model_->GetObjective())->GetSize(), 0);
-    EXPECT_EQ(Err(), "(INTERNAL) Fail to get objective");
-  }
-  {
-    EngineOverride fail(&EngineIndex::GetIntAttr, kFail);
-    EXPECT_EQ(model_->GetObjSense(), INT_MIN);
-    EXPECT_EQ(Err(), "(INTERNAL) Fail to get objective sense");
-  }
+  EXPECT_EQ(FailingIn(&EngineIndex::GetColInfo,
+                      [&] { EXPECT_EQ(Own<IExpr>(model_->GetObjective())->GetSize(), 0); }),
+            "(INTERNAL) Fail to get objective");
+  EXPECT_EQ(FailingIn(&EngineIndex::GetIntAttr, [&] { EXPECT_EQ(model_->GetObjSense(), INT_MIN); }),
+            "(INTERNAL) Fail to get objective sense");
 }
 
 }  // namespace

@@ -17,26 +17,10 @@ namespace Zelq {
 namespace {
 
 constexpr int kFail = 7;  // a code the library never makes itself: "(SERVER) "
-
-// An engine replacement of any signature that fails with kFail.
-template <class Fn>
-struct Failing;
-template <class... Args>
-struct Failing<int (*)(Args...)> {
-  static int Call(Args...) { return kFail; }
-};
-
-// An engine replacement of any signature that counts its calls and succeeds.
 int g_calls = 0;
-template <class Fn>
-struct Counting;
-template <class... Args>
-struct Counting<int (*)(Args...)> {
-  static int Call(Args...) {
-    ++g_calls;
-    return 0;
-  }
-};
+// Engine replacements of any signature: one fails, one counts its calls and succeeds.
+constexpr auto kFailing = [](auto...) { return kFail; };
+constexpr auto kCounting = [](auto...) { return ++g_calls, 0; };
 
 // The arguments of the last list call (start or setter).
 std::vector<int> g_indices;
@@ -55,26 +39,19 @@ class ModelSolveTest : public ::testing::Test {
   void SetUp() override {
     g_calls = 0;
     env_ = Shared<EnvBox>::Wrap(new EnvBox);
-    ZELQenvconfig* config = nullptr;
-    Engine().CreateEnvConfig(&config);
-    Engine().SetEnvConfig(config, "Logging", "0");
-    Engine().CreateEnvWithConfig(config, &env_->env);
-    Engine().DeleteEnvConfig(&config);
+    ASSERT_EQ(Engine().CreateEnvWithPath(nullptr, &env_->env), 0);
     model_.reset(static_cast<ZelqModel*>(NewModel(env_, "m")));
     ZELQprob* prob = model_->Prob();
+    ASSERT_EQ(Engine().SetIntParam(prob, "Logging", 0), 0);
     ASSERT_EQ(Engine().SetObjSense(prob, ZELQ_MAXIMIZE), 0);
-    for (double obj : {3.0, 5.0}) {
-      ASSERT_EQ(Engine().AddCol(prob, obj, 0, nullptr, nullptr, 'C', 0, 1e30, nullptr), 0);
-      x_.push_back(model_->Data().Append(kVarKind));
-    }
-    const int idx[] = {0, 1, 0, 1};
-    const double val[] = {1, 2, 3, 2}, rhs[] = {4, 12, 18};
-    const int beg[] = {0, 1, 2}, len[] = {1, 1, 2};
-    for (int r = 0; r < 3; ++r) {
-      ASSERT_EQ(
-          Engine().AddRow(prob, len[r], idx + beg[r], val + beg[r], 'L', rhs[r], 1e30, nullptr), 0);
-      rows_.push_back(model_->Data().Append(kConstrKind));
-    }
+    const double obj[] = {3, 5}, val[] = {1, 2, 3, 2}, rhs[] = {4, 12, 18};
+    const int beg[] = {0, 1, 2}, cnt[] = {1, 1, 2}, idx[] = {0, 1, 0, 1};
+    ASSERT_EQ(Engine().AddCols(prob, 2, obj, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr,
+                               nullptr, nullptr),
+              0);
+    ASSERT_EQ(Engine().AddRows(prob, 3, beg, cnt, idx, val, "LLL", rhs, nullptr, nullptr), 0);
+    for (int k = 0; k < 2; ++k) x_.push_back(model_->Data().Append(kVarKind));
+    for (int k = 0; k < 3; ++k) rows_.push_back(model_->Data().Append(kConstrKind));
   }
 
   std::unique_ptr<IVarArray> Vars(std::initializer_list<int> which) const {
@@ -106,8 +83,8 @@ class ModelSolveTest : public ::testing::Test {
   }
   // Runs `op` with one engine entry failing and checks the recorded message.
   template <class Fn, class Op>
-  void ExpectEngineFailure(Fn EngineIndex::*entry, const std::string& message, Op op) {
-    EngineOverride<Fn> fail(entry, &Failing<Fn>::Call);
+  void ExpectFails(Fn EngineIndex::*entry, const std::string& message, Op op) {
+    EngineOverride<Fn> fail(entry, kFailing);
     op();
     ExpectError(kFail, "(SERVER) " + message);
   }
@@ -187,7 +164,7 @@ TEST_F(ModelSolveTest, RealLpResultsAndBasisSolves) {
 }
 
 TEST_F(ModelSolveTest, BufferAndSizeChecksComeBeforeTheEngine) {
-  EngineOverride count(&EngineIndex::GetBasisHead, &Counting<decltype(&ZELQ_GetBasisHead)>::Call);
+  EngineOverride count(&EngineIndex::GetBasisHead, kCounting);
   int head[3] = {};
   model_->GetBasisHead(head, 2);
   ExpectError(3, "(INVALID) Not enough buffer of size 2 (at least 3)");
@@ -216,8 +193,8 @@ TEST_F(ModelSolveTest, BufferAndSizeChecksComeBeforeTheEngine) {
 TEST_F(ModelSolveTest, FailedFlushStopsEveryFlushingOperation) {
   model_->Solve();
   Remove(x_[0]);
-  EngineOverride fail(&EngineIndex::DelCols, &Failing<decltype(&ZELQ_DelCols)>::Call);
-  EngineOverride solve(&EngineIndex::Solve, &Counting<decltype(&ZELQ_Solve)>::Call);
+  EngineOverride fail(&EngineIndex::DelCols, kFailing);
+  EngineOverride solve(&EngineIndex::Solve, kCounting);
   const std::string flush = "(SERVER) Fail to del cols";
   model_->Solve();
   ExpectError(kFail, flush);
@@ -245,56 +222,53 @@ TEST_F(ModelSolveTest, EngineFailuresAreRecordedWithEachOperationsMessage) {
   double d[3] = {};
   int i[3] = {}, len = 3;
   auto three = Array({0, 0, 0});
+  auto v0 = Vars({0});
+  auto r0 = Rows({0});
   using E = EngineIndex;
-  ExpectEngineFailure(&E::Solve, "Fail to solve problem", [&] { model_->Solve(); });
-  ExpectEngineFailure(&E::SolveLp, "Fail to solve as LP problem", [&] { model_->SolveLp(); });
-  ExpectEngineFailure(&E::Update, "Fail to update problem", [&] { model_->Update(); });
-  ExpectEngineFailure(&E::Interrupt, "Fail to interrupt solving", [&] { model_->Interrupt(); });
-  ExpectEngineFailure(&E::GetSolution, "Failed to get MIP solution",
-                      [&] { model_->GetSolution(d); });
-  ExpectEngineFailure(&E::GetLpSolution, "Fail to get LP solution",
-                      [&] { model_->GetLpSolution(nullptr, nullptr, d, nullptr); });
-  ExpectEngineFailure(&E::SetLpSolution, "Fail to set LP solution",
-                      [&] { model_->SetLpSolution(d, d, d, d); });
-  ExpectEngineFailure(&E::GetBasis, "Fail to get col basis",
-                      [&] { EXPECT_EQ(model_->GetColBasis(i), -1); });
-  ExpectEngineFailure(&E::GetBasis, "Fail to get row basis",
-                      [&] { EXPECT_EQ(model_->GetRowBasis(i), -1); });
-  ExpectEngineFailure(&E::SetBasis, "Fail to set basis", [&] { model_->SetBasis(i, i); });
-  ExpectEngineFailure(&E::SetSlackBasis, "Fail to set slack basis",
-                      [&] { model_->SetSlackBasis(); });
-  ExpectEngineFailure(&E::GetPoolObjVal, "Fail to get objective value from solution pool",
-                      [&] { EXPECT_EQ(model_->GetPoolObjVal(0), 1e30); });
-  ExpectEngineFailure(&E::FSolve, "Fail to perform forward solve",
-                      [&] { model_->FSolve(d, d, &len); });
-  ExpectEngineFailure(&E::BSolve, "Fail to perform backward solve",
-                      [&] { model_->BSolve(d, d, &len); });
+  ExpectFails(&E::Solve, "Fail to solve problem", [&] { model_->Solve(); });
+  ExpectFails(&E::SolveLp, "Fail to solve as LP problem", [&] { model_->SolveLp(); });
+  ExpectFails(&E::Update, "Fail to update problem", [&] { model_->Update(); });
+  ExpectFails(&E::Interrupt, "Fail to interrupt solving", [&] { model_->Interrupt(); });
+  ExpectFails(&E::GetSolution, "Failed to get MIP solution", [&] { model_->GetSolution(d); });
+  ExpectFails(&E::GetLpSolution, "Fail to get LP solution",
+              [&] { model_->GetLpSolution(nullptr, nullptr, d, nullptr); });
+  ExpectFails(&E::SetLpSolution, "Fail to set LP solution",
+              [&] { model_->SetLpSolution(d, d, d, d); });
+  ExpectFails(&E::GetBasis, "Fail to get col basis",
+              [&] { EXPECT_EQ(model_->GetColBasis(i), -1); });
+  ExpectFails(&E::GetBasis, "Fail to get row basis",
+              [&] { EXPECT_EQ(model_->GetRowBasis(i), -1); });
+  ExpectFails(&E::SetBasis, "Fail to set basis", [&] { model_->SetBasis(i, i); });
+  ExpectFails(&E::SetSlackBasis, "Fail to set slack basis", [&] { model_->SetSlackBasis(); });
+  ExpectFails(&E::GetPoolObjVal, "Fail to get objective value from solution pool",
+              [&] { EXPECT_EQ(model_->GetPoolObjVal(0), 1e30); });
+  ExpectFails(&E::FSolve, "Fail to perform forward solve", [&] { model_->FSolve(d, d, &len); });
+  ExpectFails(&E::BSolve, "Fail to perform backward solve", [&] { model_->BSolve(d, d, &len); });
   // Both array forms use the forward text.
-  ExpectEngineFailure(&E::FSolve, "Fail to perform forward solve on ndarray",
-                      [&] { EXPECT_EQ(model_->FSolve(three.get(), three.get(), 3), 3); });
-  ExpectEngineFailure(&E::BSolve, "Fail to perform forward solve on ndarray",
-                      [&] { EXPECT_EQ(model_->BSolve(three.get(), three.get(), 3), 3); });
-  ExpectEngineFailure(&E::GetBasisHead, "Fail to retrieve basis head",
-                      [&] { model_->GetBasisHead(i, 3); });
-  ExpectEngineFailure(&E::GetBasisHead, "Fail to retrieve basis head",
-                      [&] { delete model_->GetBasisHead(); });
-  ExpectEngineFailure(&E::ComputeShadowPriceRange, "Fail to compute shadow price range for row 1",
-                      [&] { model_->ComputeShadowPriceRange(1, 0, d, d); });
-  ExpectEngineFailure(&E::SetColLower, "Fail to set col LB",
-                      [&] { model_->SetColInfo("LB", Vars({0}).get(), d, 1); });
-  ExpectEngineFailure(&E::SetColUpper, "Fail to set col UB",
-                      [&] { model_->SetColInfo("UB", Vars({0}).get(), d, 1); });
-  ExpectEngineFailure(&E::SetColObj, "Fail to set col obj",
-                      [&] { model_->SetColInfo("Obj", Vars({0}).get(), d, 1); });
-  ExpectEngineFailure(&E::SetColBranchFactors, "Fail to set branch factors of col",
-                      [&] { model_->SetColInfo("BranchFactor", Vars({0}).get(), d, 1); });
-  ExpectEngineFailure(&E::SetRowLower, "Fail to set row LB",
-                      [&] { model_->SetRowInfo("LB", Rows({0}).get(), d, 1); });
-  ExpectEngineFailure(&E::SetRowUpper, "Fail to set row UB",
-                      [&] { model_->SetRowInfo("UB", Rows({0}).get(), d, 1); });
-  ExpectEngineFailure(&E::SetNLPrimalStart, "Fail to set NL primal start information",
-                      [&] { model_->SetNlPrimalStart(Vars({0}).get(), d); });
-  ExpectEngineFailure(&E::AddMipStart, "Fail to add MIP start information", [&] {
+  ExpectFails(&E::FSolve, "Fail to perform forward solve on ndarray",
+              [&] { EXPECT_EQ(model_->FSolve(three.get(), three.get(), 3), 3); });
+  ExpectFails(&E::BSolve, "Fail to perform forward solve on ndarray",
+              [&] { EXPECT_EQ(model_->BSolve(three.get(), three.get(), 3), 3); });
+  ExpectFails(&E::GetBasisHead, "Fail to retrieve basis head", [&] { model_->GetBasisHead(i, 3); });
+  ExpectFails(&E::GetBasisHead, "Fail to retrieve basis head",
+              [&] { delete model_->GetBasisHead(); });
+  ExpectFails(&E::ComputeShadowPriceRange, "Fail to compute shadow price range for row 1",
+              [&] { model_->ComputeShadowPriceRange(1, 0, d, d); });
+  ExpectFails(&E::SetColLower, "Fail to set col LB",
+              [&] { model_->SetColInfo("LB", v0.get(), d, 1); });
+  ExpectFails(&E::SetColUpper, "Fail to set col UB",
+              [&] { model_->SetColInfo("UB", v0.get(), d, 1); });
+  ExpectFails(&E::SetColObj, "Fail to set col obj",
+              [&] { model_->SetColInfo("Obj", v0.get(), d, 1); });
+  ExpectFails(&E::SetColBranchFactors, "Fail to set branch factors of col",
+              [&] { model_->SetColInfo("BranchFactor", v0.get(), d, 1); });
+  ExpectFails(&E::SetRowLower, "Fail to set row LB",
+              [&] { model_->SetRowInfo("LB", r0.get(), d, 1); });
+  ExpectFails(&E::SetRowUpper, "Fail to set row UB",
+              [&] { model_->SetRowInfo("UB", r0.get(), d, 1); });
+  ExpectFails(&E::SetNLPrimalStart, "Fail to set NL primal start information",
+              [&] { model_->SetNlPrimalStart(v0.get(), d); });
+  ExpectFails(&E::AddMipStart, "Fail to add MIP start information", [&] {
     model_->SetMipStart(Handle(0).get(), 1);
     model_->AddMipStart();
   });
@@ -302,8 +276,8 @@ TEST_F(ModelSolveTest, EngineFailuresAreRecordedWithEachOperationsMessage) {
 }
 
 TEST_F(ModelSolveTest, NullBuffersDoNothingAndKeepTheRecord) {
-  EngineOverride get(&EngineIndex::GetLpSolution, &Counting<decltype(&ZELQ_GetLpSolution)>::Call);
-  EngineOverride set(&EngineIndex::SetLpSolution, &Counting<decltype(&ZELQ_SetLpSolution)>::Call);
+  EngineOverride get(&EngineIndex::GetLpSolution, kCounting);
+  EngineOverride set(&EngineIndex::SetLpSolution, kCounting);
   double d[3] = {};
   model_->SetColInfo("", Vars({0}).get(), d, 1);  // leaves a failure in the record
   model_->GetLpSolution(nullptr, nullptr, nullptr, nullptr);
@@ -463,12 +437,6 @@ TEST_F(ModelSolveTest, InterruptNeverFlushesAndUpdateDoes) {
   EXPECT_EQ(model_->Data().update_flag, 0);
   EXPECT_EQ(x_[1]->index, 0);  // renumbered: x was deleted
 }
-
-}  // namespace
-}  // namespace Zelq
-
-namespace Zelq {
-namespace {
 
 // Lists of kinds whose handles come later read as empty; the engine still
 // answers for the family, and each operation records with its own message.

@@ -146,6 +146,7 @@ class ParamModel : public ::testing::Test {
 std::string engine_name;
 int engine_calls = 0;
 int cols_at_read = -1;
+constexpr auto kCount = [](auto...) { return ++engine_calls, 0; };
 
 TEST_F(ParamModel, RoundTripsInfoAndTheSpellingTheEngineSees) {
   EngineOverride capture(&EngineIndex::GetDblParam, [](ZELQprob* p, const char* name, double* v) {
@@ -174,13 +175,9 @@ TEST_F(ParamModel, RoundTripsInfoAndTheSpellingTheEngineSees) {
 }
 
 TEST_F(ParamModel, BadNamesRecordCodeThreeWithoutEngineCalls) {
-  auto count_int = [](ZELQprob*, const char*, int*) { return ++engine_calls, 0; };
-  auto count_dbl = [](ZELQprob*, const char*, double*) { return ++engine_calls, 0; };
-  EngineOverride a(&EngineIndex::GetIntParam, count_int), b(&EngineIndex::GetIntAttr, count_int);
-  EngineOverride c(&EngineIndex::GetDblParam, count_dbl), d(&EngineIndex::GetDblAttr, count_dbl);
-  EngineOverride e(&EngineIndex::SetIntParam, [](ZELQprob*, const char*, int) {
-    return ++engine_calls, 0;
-  });
+  EngineOverride a(&EngineIndex::GetIntParam, kCount), b(&EngineIndex::GetIntAttr, kCount);
+  EngineOverride c(&EngineIndex::GetDblParam, kCount), d(&EngineIndex::GetDblAttr, kCount);
+  EngineOverride e(&EngineIndex::SetIntParam, kCount);
   engine_calls = 0;
   EXPECT_EQ(model_->GetIntParam("TimeLimit"), -2147483648LL);
   ExpectError(3, "(INVALID) Not ZELQ int parameter");
@@ -213,10 +210,8 @@ TEST_F(ParamModel, BadNamesRecordCodeThreeWithoutEngineCalls) {
 TEST_F(ParamModel, EngineFailuresRecordTheEngineCode) {
   {
     EngineOverride f(&EngineIndex::GetIntParam, [](ZELQprob*, const char*, int*) { return 5; });
-    EngineOverride g(&EngineIndex::GetDblParam, [](ZELQprob*, const char*, double* v) {
-      *v = 3.0;  // a failing read's output is not returned
-      return 12;
-    });
+    // A failing read's output is not returned.
+    EngineOverride g(&EngineIndex::GetDblParam, [](auto, auto, double* v) { return *v = 3, 12; });
     EXPECT_EQ(model_->GetIntParam("Threads"), INT_MIN);
     ExpectError(5, "(INTERNAL) Failed to get int param value");
     EXPECT_EQ(model_->GetDblParam("TimeLimit"), 1e30);
@@ -240,9 +235,7 @@ TEST_F(ParamModel, EngineFailuresRecordTheEngineCode) {
   // Info getters stop at the first failure and write nothing.
   engine_calls = 0;
   EngineOverride def(&EngineIndex::GetIntParamDef, [](ZELQprob*, const char*, int*) { return 8; });
-  EngineOverride min(&EngineIndex::GetIntParamMin, [](ZELQprob*, const char*, int*) {
-    return ++engine_calls, 0;
-  });
+  EngineOverride min(&EngineIndex::GetIntParamMin, kCount);
   EngineOverride max(&EngineIndex::GetDblParamMax, [](ZELQprob*, const char*, double*) { return 2; });
   int i[4] = {7, 7, 7, 7};
   model_->GetIntParamInfo("Threads", &i[0], &i[1], &i[2], &i[3]);
