@@ -130,6 +130,16 @@ ColumnsRequest Bounds(int count, const double* lbs, const double* ubs, const dou
   return request;
 }
 
+// The same with a column matrix (begin, count, row index, value arrays).
+ColumnsRequest WithMatrix(ColumnsRequest request, const int* beg, const int* cnt, const int* idx,
+                          const double* val) {
+  request.beg = beg;
+  request.cnt = cnt;
+  request.idx = idx;
+  request.val = val;
+  return request;
+}
+
 }  // namespace
 
 IVar* ZelqModel::AddVar(double lb, double ub, double obj, char vtype, const char* name) {
@@ -220,11 +230,8 @@ IVarArray* ZelqModel::AddVars(int count, const double* lbs, const double* ubs, c
   if (count < 1) return NoVars();
   ElementNames names;
   names.FromPrefix(prefix, count);
-  ColumnsRequest request = Bounds(count, lbs, ubs, objs, vtypes);
-  request.beg = colBeg;
-  request.cnt = colCnt;
-  request.idx = colIdx;
-  request.val = colVal;
+  ColumnsRequest request =
+      WithMatrix(Bounds(count, lbs, ubs, objs, vtypes), colBeg, colCnt, colIdx, colVal);
   return AddColumns(*this, request, names, "Fail to add vars with column matrix data");
 }
 
@@ -236,11 +243,8 @@ IVarArray* ZelqModel::AddVars(int count, const double* lbs, const double* ubs, c
   if (!CheckNameCount(Error(), count, nameCount)) return NoVars();
   ElementNames list;
   list.UseList(names);
-  ColumnsRequest request = Bounds(count, lbs, ubs, objs, vtypes);
-  request.beg = colBeg;
-  request.cnt = colCnt;
-  request.idx = colIdx;
-  request.val = colVal;
+  ColumnsRequest request =
+      WithMatrix(Bounds(count, lbs, ubs, objs, vtypes), colBeg, colCnt, colIdx, colVal);
   return AddColumns(*this, request, list, "Fail to add vars with column matrix data");
 }
 
