@@ -3,4 +3,4 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 bash scripts/build.sh release
-./build/release/tools/zelq-solve examples/data/p0033.mps
+./build/release/tools/zelq solve examples/data/p0033.mps

@@ -28,6 +28,7 @@
 #include <utility>
 #include <vector>
 
+#include "zelq/zelqcpp_check.h"
 #include "zelq/zelqcpp_exception.h"
 #include "zelq/zelqcpp_indexing.h"
 #include "zelq/zelqcpp_ndarray_exports.h"
@@ -35,24 +36,6 @@
 namespace Zelq {
 
 namespace detail {
-
-// Throws the failure recorded on `object`, if any.
-template <class I>
-void Check(const I* object) {
-  const int code = object->GetErrorCode();
-  if (code == 0) return;
-  const char* message = object->GetErrorMessage();
-  if (message != nullptr) throw Exception(message, code);
-  throw Exception(code);
-}
-
-// Takes ownership of a new library object, then checks it.
-template <class I>
-std::shared_ptr<I> Own(I* raw) {
-  std::shared_ptr<I> owned(raw);
-  Check(raw);
-  return owned;
-}
 
 // A shape given by sizes on the application's side: row-major, no offsets.
 template <int N>

@@ -31,7 +31,7 @@ T EmptyResult() {
     SetError(Error(), kErrorINVALID, "Operation %s is not available in this version", #name); \
     return EmptyResult<result>();                                                          \
   }
-#define ZELQ_PENDING_File ZELQ_PENDING
+#define ZELQ_PENDING_File(...)
 #define ZELQ_PENDING_MVar ZELQ_PENDING
 #define ZELQ_PENDING_MConstr ZELQ_PENDING
 #define ZELQ_PENDING_Nl ZELQ_PENDING

@@ -60,6 +60,11 @@ class ZelqModel final : public IModel {
   // message recorded) when a deletion failed.
   bool Compact();
 
+  // JSON solution text in and out (model_files.cc). Reading compacts first;
+  // writing asks the engine for the size, resizes `buffer` and fetches.
+  void ReadJsonString(const char* text);
+  void WriteJsonString(IProbBuffer* buffer);
+
  private:
   Shared<ModelCore> core_;
 };
