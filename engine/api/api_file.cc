@@ -33,12 +33,10 @@ void LogNotes(ZELQprob* prob, const std::vector<std::string>& notes) {
 int ReadProblem(ZELQprob* prob, const char* file, Parser parse) {
   if (int rc = CheckFileName(prob, file); rc != ZELQ_RETCODE_OK) return rc;
   std::string text, err;
-  if (int rc = io::ReadTextFile(file, text, err); rc != 0) return Fail(prob, rc, "%s", err.c_str());
+  if (int rc = io::ReadTextFile(file, text, err); rc != 0) return FileFailure(prob, rc, err);
   io::ModelBuilder model;
   std::vector<std::string> notes;
-  if (int rc = parse(text, file, model, err, notes); rc != 0) {
-    return Fail(prob, rc, "%s", err.c_str());
-  }
+  if (int rc = parse(text, file, model, err, notes); rc != 0) return FileFailure(prob, rc, err);
   Problem fresh;
   model.Build(fresh);
   LogNotes(prob, notes);
@@ -56,8 +54,7 @@ int WriteProblem(ZELQprob* prob, const char* file, Formatter format) {
   std::string text = format(prob->problem, notes);
   LogNotes(prob, notes);
   std::string err;
-  if (int rc = io::WriteTextFile(file, text, err); rc != 0)
-    return Fail(prob, rc, "%s", err.c_str());
+  if (int rc = io::WriteTextFile(file, text, err); rc != 0) return FileFailure(prob, rc, err);
   return ZELQ_RETCODE_OK;
 }
 
@@ -70,6 +67,7 @@ int NotSupported(ZELQprob* prob, const char* file, const char* what) {
 }  // namespace zelq::engine
 
 using zelq::engine::Fail;
+using zelq::engine::FileFailure;
 using zelq::engine::Guard;
 
 extern "C" {

@@ -45,14 +45,14 @@ int NoSolution(ZELQprob* prob) { return Fail(prob, ZELQ_RETCODE_INVALID, "no sol
 int WriteText(ZELQprob* prob, const char* file, const std::string& text) {
   std::string err;
   if (int rc = io::WriteTextFile(file, text, err); rc != 0)
-    return Fail(prob, rc, "%s", err.c_str());
+    return FileFailure(prob, rc, err);
   return ZELQ_RETCODE_OK;
 }
 
 int ReadText(ZELQprob* prob, const char* file, std::string& text) {
   if (int rc = CheckName(prob, file); rc != ZELQ_RETCODE_OK) return rc;
   std::string err;
-  if (int rc = io::ReadTextFile(file, text, err); rc != 0) return Fail(prob, rc, "%s", err.c_str());
+  if (int rc = io::ReadTextFile(file, text, err); rc != 0) return FileFailure(prob, rc, err);
   return ZELQ_RETCODE_OK;
 }
 
@@ -79,7 +79,7 @@ int ReadStartFile(ZELQprob* prob, const char* file) {
   std::string err;
   io::NameIndex index = io::IndexNames(ColNames(prob));
   if (io::ParseNameValues(text, file, index, "value", false, start, err) != 0) {
-    return Fail(prob, ZELQ_RETCODE_INVALID, "%s", err.c_str());
+    return FileFailure(prob, ZELQ_RETCODE_INVALID, err);
   }
   return AddStart(prob, file, std::move(start));
 }
@@ -89,7 +89,7 @@ int ReadJson(ZELQprob* prob, std::string_view text, const std::string& source) {
   std::string err;
   io::NameIndex index = io::IndexNames(ColNames(prob));
   if (io::ParseJsonColumnValues(text, source, index, start, err) != 0) {
-    return Fail(prob, ZELQ_RETCODE_INVALID, "%s", err.c_str());
+    return FileFailure(prob, ZELQ_RETCODE_INVALID, err);
   }
   return AddStart(prob, source, std::move(start));
 }
@@ -122,6 +122,7 @@ bool JsonText(ZELQprob* prob, std::string& out) {
 }  // namespace zelq::engine
 
 using zelq::engine::Fail;
+using zelq::engine::FileFailure;
 using zelq::engine::Guard;
 namespace ze = zelq::engine;
 
@@ -241,7 +242,7 @@ ZELQ_API int ZELQ_ReadBasis(ZELQprob* prob, const char* basfilename) {
     std::string err;
     if (ze::io::ParseBasis(text, basfilename, ze::io::IndexNames(ze::ColNames(prob)),
                            ze::io::IndexNames(ze::RowNames(prob)), cb, rb, err) != 0) {
-      return Fail(prob, ZELQ_RETCODE_INVALID, "%s", err.c_str());
+      return FileFailure(prob, ZELQ_RETCODE_INVALID, err);
     }
     prob->startColBasis = std::move(cb);
     prob->startRowBasis = std::move(rb);
@@ -276,7 +277,7 @@ ZELQ_API int ZELQ_ReadOrd(ZELQprob* prob, const char* ordfilename) {
     std::string err;
     if (ze::io::ParseNameValues(text, ordfilename, ze::io::IndexNames(ze::ColNames(prob)),
                                 "priority", false, entries, err) != 0) {
-      return Fail(prob, ZELQ_RETCODE_INVALID, "%s", err.c_str());
+      return FileFailure(prob, ZELQ_RETCODE_INVALID, err);
     }
     // The file replaces the whole order: columns it does not list get priority 0.
     std::vector<double> factor(static_cast<size_t>(prob->problem.cols()), 0.0);

@@ -104,7 +104,10 @@ int CheckSparse(ZELQprob* prob, DupMarker& marks, int n, const int* idx, const d
   // The label is only formatted when a check fails, so good input pays nothing for it.
   auto label = [&]() {
     std::string l = what;
-    if (number >= 0) l += " " + std::to_string(number);
+    if (number >= 0) {
+      l += ' ';
+      l += std::to_string(number);
+    }
     return l;
   };
   if (n < 0)

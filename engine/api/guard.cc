@@ -27,4 +27,13 @@ void InvalidateSolution(ZELQprob* prob) {
   prob->lpCache.reset();
 }
 
+int FileFailure(ZELQprob* prob, int code, const std::string& detail) {
+  Fail(prob, code, "%s", detail.c_str());
+  if (prob == nullptr) return code;
+  std::string line = "Error: ";
+  line.append(prob->lastError);
+  prob->log.Line(line);
+  return code;
+}
+
 }  // namespace zelq::engine

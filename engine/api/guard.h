@@ -28,6 +28,11 @@ extern thread_local const char* tCurrentFunction;
 // returns code. Never throws.
 int Fail(ZELQprob* prob, int code, const char* fmt, ...) __attribute__((format(printf, 3, 4)));
 
+// Fail() for a file that cannot be opened, parsed or written: also logs the message, so
+// applications that only pass on a short message of their own still show the file, the line
+// and the problem in the solver log.
+int FileFailure(ZELQprob* prob, int code, const std::string& detail);
+
 inline bool ValidProb(const ZELQprob* prob) { return prob != nullptr && prob->magic == kProbMagic; }
 inline bool ValidEnv(const ZELQenv* env) { return env != nullptr && env->magic == kEnvMagic; }
 

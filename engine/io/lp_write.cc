@@ -98,7 +98,11 @@ void LpWriter::Row(const std::string& name, double lo, double up, std::span<cons
   lineStart_ = out_.size();
   out_ += " " + name + ":";
   bool ranged = lo > -kInf && up < kInf && lo != up;
-  if (ranged) out_ += " " + Num(lo) + " <=";
+  if (ranged) {
+    out_ += ' ';
+    out_ += Num(lo);
+    out_ += " <=";
+  }
   out_ += " ";
   if (idx.empty()) Piece(p_.cols() > 0 ? "0 " + cols_[0] : "0");
   for (size_t k = 0; k < idx.size(); ++k) Term(val[k], cols_[idx[k]], k == 0);
@@ -147,7 +151,13 @@ void LpWriter::Bounds() {
     bool dflt = p_.colType[j] == 'B' ? (lo == 0.0 && up == 1.0) : (lo == 0.0 && up >= kInf);
     if (dflt) continue;
     // Always both sides, with the value first, so no reader applies a one-sided rule.
-    body += " " + BoundText(lo) + " <= " + cols_[j] + " <= " + BoundText(up) + "\n";
+    body += ' ';
+    body += BoundText(lo);
+    body += " <= ";
+    body += cols_[j];
+    body += " <= ";
+    body += BoundText(up);
+    body += '\n';
   }
   if (!body.empty()) out_ += "Bounds\n" + body;
 }

@@ -139,6 +139,11 @@ TEST(ZelqCli, UnreadableFilesExitWithThree) {
   EXPECT_TRUE(Has(parse, "zelq: cannot read '" + broken + "': (INVALID) Failed to read MPS file\n"))
       << parse.out;
   EXPECT_FALSE(Has(parse, "Status:")) << parse.out;
+  // The engine's log names the line; info (quiet otherwise) shows it too.
+  EXPECT_TRUE(Has(parse, "Error: ZELQ_ReadMps: " + broken + ":5: ")) << parse.out;
+  CliRun info = Zelq("info " + broken);
+  EXPECT_EQ(info.exitCode, 3);
+  EXPECT_TRUE(Has(info, broken + ":5: ")) << info.out;
 }
 
 TEST(ZelqCli, WritesByEndingAndRejectsUnknownEndings) {

@@ -13,7 +13,6 @@ Zelq::Model OpenModel(bool quiet) {
     Zelq::Envr env(config);
     // The model keeps the environment alive after `env` goes out of scope.
     Zelq::Model model = env.CreateModel("zelq");
-    if (quiet) model.SetIntParam("Logging", 0);
     return model;
   } catch (const Zelq::Exception& e) {
     throw CliFailure{kExitSolve, std::string("cannot start the solver: ") + e.what()};

@@ -6,8 +6,9 @@
 
 namespace zelqcli {
 
-// A new model in a new environment. Quiet leaves out the engine's banner and switches the
-// solver log off; otherwise both go to the console. Failures throw CliFailure (exit 4).
+// A new model in a new environment. Quiet leaves out the engine's banner; the log stays on so
+// that notes and errors of reading a file (with its line) reach the console. Failures throw
+// CliFailure (exit 4).
 Zelq::Model OpenModel(bool quiet);
 
 }  // namespace zelqcli
