@@ -131,7 +131,7 @@ class Var {
 
  private:
   IVar& Ref() const { return *detail::Raw(*this); }
-  std::shared_ptr<IVar> var_;
+  detail::Handle<IVar> var_;
 };
 
 // One linear constraint of a model. Information names: "Slack", "Dual",
@@ -177,7 +177,7 @@ class Constraint {
 
  private:
   IConstraint& Ref() const { return *detail::Raw(*this); }
-  std::shared_ptr<IConstraint> constr_;
+  detail::Handle<IConstraint> constr_;
 };
 
 // An ordered list of variables; elements are shared, not copied.
@@ -206,7 +206,7 @@ class VarArray {
   IVarArray* Get() const { return array_.get(); }
 
  private:
-  std::shared_ptr<IVarArray> array_;
+  detail::Handle<IVarArray> array_;
 };
 
 // An ordered list of constraints; elements are shared, not copied.
@@ -235,7 +235,7 @@ class ConstrArray {
   IConstrArray* Get() const { return array_.get(); }
 
  private:
-  std::shared_ptr<IConstrArray> array_;
+  detail::Handle<IConstrArray> array_;
 };
 
 // The constraint coefficients of a variable to be added with Model::AddVar.
@@ -279,7 +279,7 @@ class Column {
   IColumn* Get() const { return column_.get(); }
 
  private:
-  std::shared_ptr<IColumn> column_;
+  detail::Handle<IColumn> column_;
 };
 
 class ColumnArray {
@@ -303,7 +303,7 @@ class ColumnArray {
   IColumnArray* Get() const { return array_.get(); }
 
  private:
-  std::shared_ptr<IColumnArray> array_;
+  detail::Handle<IColumnArray> array_;
 };
 
 }  // namespace Zelq

@@ -27,7 +27,7 @@ namespace Zelq {
 
 class EnvrConfig {
  public:
-  EnvrConfig() : config_(detail::Own(CreateEnvrConfig())) {}
+  EnvrConfig() : config_(detail::Take(CreateEnvrConfig())) {}
 
   void Set(const char* name, const char* value) {
     config_->Set(name, value);
@@ -37,7 +37,7 @@ class EnvrConfig {
   IEnvrConfig* Get() const { return config_.get(); }
 
  private:
-  std::shared_ptr<IEnvrConfig> config_;
+  detail::Handle<IEnvrConfig> config_;
 };
 
 class Envr {
@@ -45,15 +45,15 @@ class Envr {
   using LogFunction = std::function<void(const char*)>;
 
   // The engine banner is printed on standard output.
-  Envr() : envr_(detail::Own(CreateEnvr(nullptr))) {}
+  Envr() : envr_(detail::Take(CreateEnvr(nullptr))) {}
   explicit Envr(const EnvrConfig& config)
-      : envr_(detail::Own(CreateEnvrWithConfig(config.Get(), nullptr))) {}
+      : envr_(detail::Take(CreateEnvrWithConfig(config.Get(), nullptr))) {}
   // The banner and the library's messages go to `logSink` instead.
   explicit Envr(LogFunction logSink)
-      : sink_(MakeSink(std::move(logSink))), envr_(detail::Own(CreateEnvr(sink_.get()))) {}
+      : sink_(MakeSink(std::move(logSink))), envr_(detail::Take(CreateEnvr(sink_.get()))) {}
   Envr(const EnvrConfig& config, LogFunction logSink)
       : sink_(MakeSink(std::move(logSink))),
-        envr_(detail::Own(CreateEnvrWithConfig(config.Get(), sink_.get()))) {}
+        envr_(detail::Take(CreateEnvrWithConfig(config.Get(), sink_.get()))) {}
 
   Model CreateModel(const char* name = "") const { return Model(envr_->CreateModel(name), sink_); }
 
@@ -74,7 +74,7 @@ class Envr {
   // Declared first: the library may write to the sink while the environment
   // is created, and it must outlive the environment.
   std::shared_ptr<ILogCallback> sink_;
-  std::shared_ptr<IEnvr> envr_;
+  detail::Handle<IEnvr> envr_;
 };
 
 }  // namespace Zelq

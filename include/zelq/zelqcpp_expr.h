@@ -1,6 +1,7 @@
-// Header layer of linear expressions: Zelq::Expr, the arithmetic and
-// comparison operators over variables, expressions and numbers, and
-// Zelq::TempConstr, the constraint a comparison produces.
+// Header layer of linear expressions: Zelq::Expr, Zelq::LinTerm (one
+// coefficient times one variable), the arithmetic and comparison operators
+// over variables, terms, expressions and numbers, and Zelq::TempConstr, the
+// constraint a comparison produces.
 //
 //   Zelq::Expr profit = 3 * x + 2 * y;
 //   model.AddConstr(x + 3 * y <= 6, "wood");
@@ -11,6 +12,8 @@
 // Copies of an Expr share one expression; Clone() gives an independent one.
 // Operators never change an expression the caller still names: a temporary
 // operand (x1 + x2 + ... + xn) is extended in place, anything else is cloned.
+// 2 * x and -x are LinTerm values: no library call until they meet an
+// expression, so e += w[j] * x[j] appends one term and nothing else.
 #ifndef ZELQ_ZELQCPP_EXPR_H_
 #define ZELQ_ZELQCPP_EXPR_H_
 
@@ -31,6 +34,8 @@
 namespace Zelq {
 
 class Expr;
+class LinTerm;
+class Model;
 class TempConstr;
 
 namespace detail {
@@ -55,7 +60,14 @@ struct OperandKind<T> : std::integral_constant<Kind, Kind::kNumber> {};
 template <>
 struct OperandKind<Var> : std::integral_constant<Kind, Kind::kLinear> {};
 template <>
+struct OperandKind<LinTerm> : std::integral_constant<Kind, Kind::kLinear> {};
+template <>
 struct OperandKind<Expr> : std::integral_constant<Kind, Kind::kLinear> {};
+
+// A linear operand that is a single term (Var or LinTerm), not an expression.
+template <class T>
+concept TermOperand =
+    std::is_same_v<std::remove_cvref_t<T>, Var> || std::is_same_v<std::remove_cvref_t<T>, LinTerm>;
 
 template <class T>
 inline constexpr Kind kKindOf = OperandKind<std::remove_cvref_t<T>>::value;
@@ -93,7 +105,27 @@ using PendingType = typename KindTypes<kJointKind<A, B>>::Pending;
 
 struct ExprAccess;
 
+// c * mult as the library scales a term: -1 negates as 0 - c.
+constexpr double Times(double c, double mult) {
+  return mult == 1.0 ? c : mult == -1.0 ? 0.0 - c : c * mult;
+}
+
 }  // namespace detail
+
+// coeff * var, as 2 * x, x * 2 and -x give it. It holds a copy of the
+// variable handle and the coefficient; it becomes a one-term expression
+// only where an expression is needed (Expr e = 2 * x).
+class LinTerm {
+ public:
+  LinTerm(Var var, double coeff) : var_(std::move(var)), coeff_(coeff) {}
+
+  const Var& GetVar() const { return var_; }
+  double GetCoeff() const { return coeff_; }
+
+ private:
+  Var var_;
+  double coeff_;
+};
 
 // A constant plus terms (variable, coefficient).
 class Expr {
@@ -105,6 +137,8 @@ class Expr {
   Expr(T constant) : expr_(CreateExpr(static_cast<double>(constant))) {}  // NOLINT
   Expr(const Var& var, double coeff = 1.0)                                // NOLINT
       : expr_(CreateLinExpr(detail::Raw(var), coeff)) {}
+  Expr(const LinTerm& term)  // NOLINT
+      : Expr(term.GetVar(), term.GetCoeff()) {}
   // Takes ownership of an expression returned by the library.
   explicit Expr(IExpr* raw) : expr_(detail::Require(raw, "expression")) {}
 
@@ -155,6 +189,10 @@ class Expr {
     AddTerm(var, 1.0);
     return *this;
   }
+  Expr& operator+=(const LinTerm& term) {
+    AddTerm(term.GetVar(), term.GetCoeff());
+    return *this;
+  }
   Expr& operator+=(double constant) {
     AddConstant(constant);
     return *this;
@@ -162,6 +200,10 @@ class Expr {
   Expr& operator-=(const Expr& other) { return Add(other, -1.0); }
   Expr& operator-=(const Var& var) {
     AddTerm(var, -1.0);
+    return *this;
+  }
+  Expr& operator-=(const LinTerm& term) {
+    AddTerm(term.GetVar(), detail::Times(term.GetCoeff(), -1.0));
     return *this;
   }
   Expr& operator-=(double constant) {
@@ -200,7 +242,7 @@ class Expr {
   static constexpr const char* kWhat = "expression";
 
  private:
-  std::shared_ptr<IExpr> expr_;
+  detail::Handle<IExpr> expr_;
 };
 
 // Writes ToString() with the default width.
@@ -214,15 +256,17 @@ struct ExprAccess {
   // A temporary expression that nothing else shares is extended in place;
   // one that other values still name is cloned, so they never change.
   static Expr Reuse(Expr&& expr) {
-    if (expr.expr_ == nullptr || expr.expr_.use_count() > 1) return expr.Clone();
+    if (expr.expr_ == nullptr || !Unshared(expr)) return expr.Clone();
     return std::move(expr);
   }
+  static bool Unshared(const Expr& expr) { return expr.expr_.use_count() <= 1; }
 };
 
 // The expression an operator result starts from.
 inline Expr StartFrom(Expr&& expr) { return ExprAccess::Reuse(std::move(expr)); }
 inline Expr StartFrom(const Expr& expr) { return expr.Clone(); }
 inline Expr StartFrom(const Var& var) { return Expr(var); }
+inline Expr StartFrom(const LinTerm& term) { return Expr(term); }
 template <Number T>
 Expr StartFrom(T constant) {
   return Expr(static_cast<double>(constant));
@@ -231,12 +275,31 @@ Expr StartFrom(T constant) {
 // result += mult * operand.
 inline void AddScaled(Expr& result, const Expr& expr, double mult) { result.AddExpr(expr, mult); }
 inline void AddScaled(Expr& result, const Var& var, double mult) { result.AddTerm(var, mult); }
+inline void AddScaled(Expr& result, const LinTerm& term, double mult) {
+  result.AddTerm(term.GetVar(), Times(term.GetCoeff(), mult));
+}
 template <Number T>
 void AddScaled(Expr& result, T constant, double mult) {
   result.AddConstant(mult * static_cast<double>(constant));
 }
 
-inline Expr Scaled(const Var& var, double factor) { return Expr(var, factor); }
+// a + mult * b for two single terms: one new expression sized for both, so
+// its term arrays are allocated once.
+template <TermOperand A, TermOperand B>
+Expr TermPair(const A& a, const B& b, double mult) {
+  Expr result;
+  result.Reserve(2);
+  AddScaled(result, a, 1.0);
+  AddScaled(result, b, mult);
+  return result;
+}
+
+// factor * operand: a term stays a term, an expression is scaled.
+inline LinTerm Scaled(const Var& var, double factor) { return LinTerm(var, factor); }
+inline LinTerm Scaled(Var&& var, double factor) { return LinTerm(std::move(var), factor); }
+inline LinTerm Scaled(const LinTerm& term, double factor) {
+  return LinTerm(term.GetVar(), Times(term.GetCoeff(), factor));
+}
 template <class E>
   requires std::is_same_v<std::remove_cvref_t<E>, Expr>
 Expr Scaled(E&& expr, double factor) {
@@ -244,6 +307,13 @@ Expr Scaled(E&& expr, double factor) {
   result *= factor;
   return result;
 }
+
+// The left-hand side a pending constraint keeps: a named expression is
+// shared, not copied; a term becomes a new expression.
+inline Expr Operand(Expr&& expr) { return std::move(expr); }
+inline Expr Operand(const Expr& expr) { return expr; }
+inline Expr Operand(const Var& var) { return Expr(var); }
+inline Expr Operand(const LinTerm& term) { return Expr(term); }
 
 // The sense that holds with both sides swapped.
 constexpr char Mirrored(char sense) {
@@ -256,26 +326,21 @@ PendingType<A, B> Compare(A&& lhs, B&& rhs, char sense);
 }  // namespace detail
 
 // A linear constraint waiting to be added: expr (sense) rhs, or
-// lower <= expr <= upper. The expression's constant is moved into the
-// bounds as the model would move it: x + 2 <= 5 holds expr x and rhs 3.
-// There is no conversion to bool.
+// lower <= expr <= upper. The bounds have the expression's constant moved
+// into them, as the model moves it: x + 2 <= 5 gives rhs 3. A temporary
+// expression is kept with its constant set to 0 (expr x). A named
+// expression is shared, not copied, and keeps its constant: GetExpr() then
+// still shows it, the bounds already account for it, and the constraint
+// follows later changes of the expression until it is added. There is no
+// conversion to bool.
 class TempConstr {
  public:
-  TempConstr(Expr expr, char sense, double rhs)
-      : expr_(detail::StartFrom(std::move(expr))), sense_(sense), lower_(rhs), upper_(rhs) {
-    const double constant = expr_.GetConstant();
-    expr_.SetConstant(0.0);
-    lower_ = upper_ = rhs - constant;
+  TempConstr(Expr expr, char sense, double rhs) : TempConstr(std::move(expr), sense, rhs, rhs) {
     if (sense == kLessEqual) lower_ = -kInfinity;
     if (sense == kGreaterEqual) upper_ = kInfinity;
   }
   TempConstr(double lower, Expr expr, double upper)
-      : expr_(detail::StartFrom(std::move(expr))), sense_(kRange), lower_(lower), upper_(upper) {
-    const double constant = expr_.GetConstant();
-    expr_.SetConstant(0.0);
-    lower_ -= constant;
-    upper_ -= constant;
-  }
+      : TempConstr(std::move(expr), kRange, lower, upper) {}
 
   const Expr& GetExpr() const { return expr_; }
   // kLessEqual, kGreaterEqual, kEqual, or kRange for a two-sided constraint.
@@ -287,21 +352,40 @@ class TempConstr {
   bool IsRange() const { return sense_ == kRange; }
 
  private:
+  friend class Model;
+
+  TempConstr(Expr expr, char sense, double first, double second)
+      : expr_(std::move(expr)), sense_(sense), first_(first), second_(second) {
+    const double constant = expr_.GetConstant();
+    lower_ = first - constant;
+    upper_ = second - constant;
+    // An expression nothing else names loses its constant; the bounds given
+    // to the model are then the moved ones.
+    if (constant != 0.0 && detail::ExprAccess::Unshared(expr_)) {
+      expr_.SetConstant(0.0);
+      first_ = lower_;
+      second_ = upper_;
+    }
+  }
+
   Expr expr_;
   char sense_;
+  // The bounds as the model takes them with expr_: it moves expr_'s constant.
+  double first_;
+  double second_;
   double lower_;
   double upper_;
 };
 
 // lower <= expr <= upper.
 inline TempConstr Range(double lower, const Expr& expr, double upper) {
-  return TempConstr(lower, expr.Clone(), upper);
+  return TempConstr(lower, expr, upper);
 }
 inline TempConstr Range(double lower, Expr&& expr, double upper) {
   return TempConstr(lower, std::move(expr), upper);
 }
 
-// a + b, a - b: any two of Var, Expr and a number, not two numbers.
+// a + b, a - b: any two of Var, LinTerm, Expr and a number, not two numbers.
 template <class A, class B>
 requires detail::SumOperands<A, B> detail::ExprType<A, B>
 operator+(A&& a, B&& b) {
@@ -309,6 +393,8 @@ operator+(A&& a, B&& b) {
     detail::ExprType<A, B> result = detail::StartFrom(std::forward<B>(b));
     detail::AddScaled(result, a, 1.0);
     return result;
+  } else if constexpr (detail::TermOperand<A> && detail::TermOperand<B>) {
+    return detail::TermPair(a, b, 1.0);
   } else {
     detail::ExprType<A, B> result = detail::StartFrom(std::forward<A>(a));
     detail::AddScaled(result, b, 1.0);
@@ -323,6 +409,8 @@ operator-(A&& a, B&& b) {
     detail::ExprType<A, B> result = detail::Scaled(std::forward<B>(b), -1.0);
     detail::AddScaled(result, a, 1.0);
     return result;
+  } else if constexpr (detail::TermOperand<A> && detail::TermOperand<B>) {
+    return detail::TermPair(a, b, -1.0);
   } else {
     detail::ExprType<A, B> result = detail::StartFrom(std::forward<A>(a));
     detail::AddScaled(result, b, -1.0);
@@ -330,14 +418,17 @@ operator-(A&& a, B&& b) {
   }
 }
 
+// -x and -(2 * x) are terms; -e is an expression.
 template <class A>
-requires detail::ExprOperand<A> detail::ExprType<A, A>
-operator-(A&& a) { return detail::Scaled(std::forward<A>(a), -1.0); }
+  requires detail::ExprOperand<A>
+auto operator-(A&& a) {
+  return detail::Scaled(std::forward<A>(a), -1.0);
+}
 
-// number * a, a * number.
+// number * a, a * number: a term for a variable or a term, else an expression.
 template <class A, class B>
-requires detail::ScaleOperands<A, B> detail::ExprType<A, B>
-operator*(A&& a, B&& b) {
+  requires detail::ScaleOperands<A, B>
+auto operator*(A&& a, B&& b) {
   if constexpr (detail::kKindOf<A> == detail::Kind::kNumber) {
     return detail::Scaled(std::forward<B>(b), static_cast<double>(a));
   } else {
@@ -380,9 +471,11 @@ template <class A, class B>
 PendingType<A, B> Compare(A&& lhs, B&& rhs, char sense) {
   using Pending = PendingType<A, B>;
   if constexpr (kKindOf<A> == Kind::kNumber) {
-    return Pending(StartFrom(std::forward<B>(rhs)), Mirrored(sense), static_cast<double>(lhs));
+    return Pending(Operand(std::forward<B>(rhs)), Mirrored(sense), static_cast<double>(lhs));
   } else if constexpr (kKindOf<B> == Kind::kNumber) {
-    return Pending(StartFrom(std::forward<A>(lhs)), sense, static_cast<double>(rhs));
+    return Pending(Operand(std::forward<A>(lhs)), sense, static_cast<double>(rhs));
+  } else if constexpr (TermOperand<A> && TermOperand<B>) {
+    return Pending(TermPair(lhs, rhs, -1.0), sense, 0.0);
   } else {
     ExprType<A, B> expr = StartFrom(std::forward<A>(lhs));
     AddScaled(expr, rhs, -1.0);

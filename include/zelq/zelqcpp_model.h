@@ -143,7 +143,7 @@ class ProbBuffer {
     return size;
   }
 
-  std::shared_ptr<IProbBuffer> buffer_;
+  detail::Handle<IProbBuffer> buffer_;
 };
 
 // The constraint matrix by columns: column j has colCnt[j] entries starting
@@ -346,10 +346,11 @@ class Model {
   }
 
   // Linear constraints.
+  // The row is the one AddConstr(expr, ...) below gives for the expression
+  // and bounds of the comparison; a named expression is not copied.
   Constraint AddConstr(const TempConstr& constr, const char* name = "") {
-    if (constr.IsRange())
-      return AddConstr(constr.GetExpr(), constr.GetLower(), constr.GetUpper(), name);
-    return AddConstr(constr.GetExpr(), constr.GetSense(), constr.GetRhs(), name);
+    if (constr.IsRange()) return AddConstr(constr.expr_, constr.first_, constr.second_, name);
+    return AddConstr(constr.expr_, constr.sense_, constr.first_, name);
   }
   // expr (sense) rhs; the expression's constant moves to the right-hand
   // side and its duplicate terms are merged in place.
@@ -606,7 +607,7 @@ class Model {
   }
 
   std::shared_ptr<ILogCallback> sink_;
-  std::shared_ptr<IModel> model_;
+  detail::Handle<IModel> model_;
 };
 
 }  // namespace Zelq

@@ -6,6 +6,7 @@
 
 #include <sstream>
 #include <string>
+#include <thread>
 #include <type_traits>
 #include <utility>
 #include <vector>
@@ -15,6 +16,7 @@
 namespace {
 
 using Zelq::Expr;
+using Zelq::LinTerm;
 using Zelq::TempConstr;
 using Zelq::Var;
 
@@ -64,6 +66,15 @@ static_assert(!Unequal<Var, Var>, "there is no != between handles");
 static_assert(!std::is_convertible_v<TempConstr, bool> && !std::is_constructible_v<bool, TempConstr>);
 static_assert(!std::is_constructible_v<Expr, char> && !std::is_constructible_v<Expr, bool>);
 static_assert(std::is_same_v<decltype(std::declval<Var>() == std::declval<Var>()), TempConstr>);
+// Scaling a variable or a term gives a term; anything that adds gives an expression.
+static_assert(std::is_same_v<decltype(2 * std::declval<Var&>()), LinTerm> &&
+              std::is_same_v<decltype(std::declval<Var>() * 2.5), LinTerm> &&
+              std::is_same_v<decltype(-std::declval<Var&>()), LinTerm> &&
+              std::is_same_v<decltype(-(2 * std::declval<Var&>()) * 3), LinTerm>);
+static_assert(std::is_same_v<decltype(2 * std::declval<Var&>() + 1), Expr> &&
+              std::is_same_v<decltype(std::declval<Var&>() / 2), Expr> &&
+              std::is_same_v<decltype(2 * std::declval<Expr&>()), Expr>);
+static_assert(std::is_convertible_v<LinTerm, Expr> && !Addable<LinTerm, char>);
 
 TEST_F(HeaderExpr, ArithmeticGivesTermsAndConstants) {
   EXPECT_EQ(Terms(x_ + y_), "(0,1)(1,1)0");
@@ -87,6 +98,60 @@ TEST_F(HeaderExpr, ArithmeticGivesTermsAndConstants) {
   std::ostringstream printed;
   printed << (x_ - 2.5 * y_);
   EXPECT_EQ(printed.str(), "x - 2.5 * y");
+}
+
+TEST_F(HeaderExpr, TermsActAsExpressionsEverywhere) {
+  Expr e = 2 * x_;
+  EXPECT_EQ(Terms(e), "(0,2)0");
+  EXPECT_EQ(Terms(-(x_ * 3) * 2), "(0,-6)0");
+  EXPECT_EQ(Terms(2 * x_ + 3 * y_), "(0,2)(1,3)0");
+  EXPECT_EQ(Terms(x_ - 2 * y_), "(0,1)(1,-2)0");
+  EXPECT_EQ(Terms(2 * x_ - y_ + 1), "(0,2)(1,-1)1");
+  EXPECT_EQ(Terms(1 - 2 * x_), "(0,-2)1");
+  EXPECT_EQ(Terms(e + 3 * y_), "(0,2)(1,3)0");
+  EXPECT_EQ(Terms(e), "(0,2)0");  // the named operand is left alone
+  EXPECT_EQ(Terms(0 * x_), "(0,0)0");  // kept like any stored coefficient
+
+  Zelq::IExpr* const raw = e.Get();
+  e += 4 * y_;
+  e -= 0.5 * x_;
+  e -= -y_;
+  EXPECT_EQ(e.Get(), raw);  // appended in place, no expression in between
+  EXPECT_EQ(Terms(e), "(0,2)(1,4)(0,-0.5)(1,1)0");
+
+  TempConstr le = 2 * x_ <= 3 * y_ + 1;
+  EXPECT_EQ(Terms(le.GetExpr()) + le.GetSense(), "(0,2)(1,-3)0L");
+  EXPECT_EQ(le.GetRhs(), 1);
+  TempConstr mirrored = 6 <= -x_;
+  EXPECT_EQ(Terms(mirrored.GetExpr()) + mirrored.GetSense(), "(0,-1)0G");
+  EXPECT_EQ(Terms(Zelq::Range(0, 2 * x_, 4).GetExpr()), "(0,2)0");
+
+  LinTerm none(Var(), 2);
+  EXPECT_EQ(Thrown([&] { Expr bad = none; }).second, "(INVALID) Empty variable handle");
+  EXPECT_EQ(Thrown([&] { (void)(none + x_); }).second, "(INVALID) Empty variable handle");
+}
+
+TEST_F(HeaderExpr, HandlesShareOneObjectAcrossCopiesAndThreads) {
+  Expr e = x_ + y_;
+  Zelq::IExpr* const raw = e.Get();
+  {
+    Expr copy = e;
+    Expr other;
+    other = copy;
+    EXPECT_EQ(other.Get(), raw);
+    EXPECT_NE((std::move(copy) + 1).Get(), raw);  // still shared with e: cloned
+  }
+  EXPECT_EQ((std::move(e) + 1).Get(), raw);  // copies gone: unshared again
+  e = x_;  // a moved-from value takes a new one
+  EXPECT_EQ(Terms(e), "(0,1)0");
+
+  // Copies made on one thread may be dropped on others at the same time.
+  std::vector<Var> left(1000, x_), right(1000, x_);
+  std::thread a([v = std::move(left)]() mutable { v.clear(); });
+  std::thread b([v = std::move(right)]() mutable { v.clear(); });
+  a.join();
+  b.join();
+  EXPECT_EQ(x_.GetName(), "x");
 }
 
 TEST_F(HeaderExpr, NamedOperandsStayAndTemporariesAreReused) {

@@ -177,6 +177,45 @@ TEST(HeaderModel, SolvesLpAndMipToKnownOptima) {
   EXPECT_EQ(mip.GetColInfo("Value", ab), (std::vector<double>{4, 0}));
   EXPECT_EQ(ab[1].GetName(), "v1");
 }
+// A named expression goes into the row without a copy: same rows as a fresh
+// expression gives, the expression keeps its constant, duplicates merge.
+TEST(HeaderModel, NamedExpressionsBecomeRowsWithoutCopies) {
+  Zelq::Envr env = QuietEnvr();
+  Model model = env.CreateModel("named");
+  Var x = model.AddVar(0, 10, 0, Zelq::kContinuous, "x");
+  Var y = model.AddVar(0, 10, 0, Zelq::kContinuous, "y");
+
+  Expr e = x + 2 * y + 2;
+  Zelq::TempConstr pending = e <= 10;
+  EXPECT_EQ(pending.GetExpr().Get(), e.Get());  // shared, not cloned
+  EXPECT_EQ(pending.GetRhs(), 8);
+  Constraint le = model.AddConstr(pending, "le");
+  Constraint ge = model.AddConstr(3 <= e, "ge");
+  Constraint range = model.AddConstr(Zelq::Range(-1, e, 12), "range");
+  Constraint eq = model.AddConstr(e == x + 4, "eq");  // 2y == 2
+  EXPECT_EQ(e.GetConstant(), 2);
+  EXPECT_EQ(model.GetRowInfo("LB", model.GetConstrs()),
+            (std::vector<double>{-Zelq::kInfinity, 1, -3, 2}));
+  EXPECT_EQ(model.GetRowInfo("UB", model.GetConstrs()),
+            (std::vector<double>{8, Zelq::kInfinity, 10, 2}));
+  EXPECT_EQ(model.GetCoeff(le, y), 2);
+  EXPECT_EQ(model.GetCoeff(range, x), 1);
+  EXPECT_EQ(model.GetCoeff(eq, x), 0);
+
+  Expr twice = x + x + 1;
+  Constraint merged = model.AddConstr(twice <= 5);
+  EXPECT_EQ(model.GetCoeff(merged, x), 2);
+  EXPECT_EQ(merged.Get("UB"), 4);
+  EXPECT_EQ(twice.Size(), 1);  // merged in place, same value
+  EXPECT_EQ(twice.GetCoeff(0), 2);
+  EXPECT_EQ(twice.GetConstant(), 1);
+
+  model.SetObjective(3 * x, Zelq::kMaximize);
+  EXPECT_EQ(model.GetObjective().GetCoeff(0), 3);
+  EXPECT_EQ(Thrown([&] { model.AddConstr(Expr(Zelq::LinTerm(Var(), 1)) <= 1); }),
+            Invalid("Empty variable handle"));
+  EXPECT_EQ(model.GetIntAttr("Rows"), 5);
+}
 
 TEST(HeaderModel, CopiesShareAndClonesAreIndependent) {
   std::vector<std::string> log;
