@@ -142,6 +142,10 @@ void StorePool(ZELQprob* prob, CbcModel& model) {
     std::vector<double> x(sol, sol + p.cols());
     double obj = 0.0;
     if (MipViolation(p, x, 10 * feasTol, 10 * intTol, &obj) > 0.0 && !trusted) return;
+    // Cbc may hand back an incumbent array it never filled (seen after a time limit): a
+    // vector with NaN values is no solution, whoever vouches for it.
+    const auto finite = [](double v) { return std::isfinite(v); };
+    if (!std::isfinite(obj) || !std::all_of(x.begin(), x.end(), finite)) return;
     for (const PoolEntry& e : s.pool)
       if (e.x == x) return;
     s.pool.push_back({obj, std::move(x)});
