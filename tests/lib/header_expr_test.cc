@@ -13,6 +13,8 @@
 
 #include "zelq/zelqcpp.h"
 
+#include "thrown.h"
+
 namespace {
 
 using Zelq::Expr;
@@ -20,16 +22,7 @@ using Zelq::LinTerm;
 using Zelq::TempConstr;
 using Zelq::Var;
 
-// Runs `call` and returns the exception it throws ({0, ""} if none).
-template <class F>
-std::pair<int, std::string> Thrown(F call) {
-  try {
-    call();
-  } catch (const Zelq::Exception& e) {
-    return {e.GetCode(), e.what()};
-  }
-  return {0, ""};
-}
+using zelq_test::Thrown;
 
 Zelq::Envr QuietEnvr() {
   Zelq::EnvrConfig config;

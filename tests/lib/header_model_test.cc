@@ -11,6 +11,8 @@
 
 #include "zelq/zelqcpp.h"
 
+#include "thrown.h"
+
 namespace {
 
 using Zelq::Constraint;
@@ -18,15 +20,7 @@ using Zelq::Expr;
 using Zelq::Model;
 using Zelq::Var;
 
-template <class F>
-std::pair<int, std::string> Thrown(F call) {
-  try {
-    call();
-  } catch (const Zelq::Exception& e) {
-    return {e.GetCode(), e.what()};
-  }
-  return {0, ""};
-}
+using zelq_test::Thrown;
 
 std::pair<int, std::string> Invalid(const char* text) { return {3, std::string("(INVALID) ") + text}; }
 

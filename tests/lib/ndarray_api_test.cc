@@ -7,6 +7,8 @@
 #include <string>
 #include <vector>
 
+#include "thrown.h"
+
 namespace {
 
 using Zelq::Full;
@@ -15,16 +17,7 @@ using Zelq::NDim;
 using Zelq::Scalar;
 using Zelq::Slice;
 
-// Runs `call` and returns the exception it throws ("" and code 0 if none).
-template <class F>
-std::pair<int, std::string> Thrown(F call) {
-  try {
-    call();
-  } catch (const Zelq::Exception& e) {
-    return {e.GetCode(), e.what()};
-  }
-  return {0, ""};
-}
+using zelq_test::Thrown;
 
 TEST(NdArrayApi, CreatesIndexesAndSlices) {
   auto a = NdArray<double, 2>::FromValues({1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12}, 4, 3);

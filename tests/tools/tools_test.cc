@@ -1,31 +1,18 @@
 // Runs the command-line tools on shipped instances and checks what they print.
 #include <gtest/gtest.h>
 
-#include <sys/wait.h>
 
 #include <cstdio>
 #include <sstream>
 #include <string>
 #include <vector>
 
+#include "tool_run.h"
+
 namespace {
 
-struct ToolRun {
-  int exitCode = -1;
-  std::string out;
-};
-
-ToolRun Execute(const std::string& cmd) {
-  ToolRun r;
-  std::FILE* p = popen((cmd + " 2>&1").c_str(), "r");
-  if (!p) return r;
-  char buf[4096];
-  size_t n;
-  while ((n = std::fread(buf, 1, sizeof buf, p)) > 0) r.out.append(buf, n);
-  int st = pclose(p);
-  r.exitCode = WIFEXITED(st) ? WEXITSTATUS(st) : -1;
-  return r;
-}
+using zelq_test::Execute;
+using zelq_test::ToolRun;
 
 std::vector<std::string> Lines(const std::string& text) {
   std::vector<std::string> out;

@@ -2,7 +2,6 @@
 // and its number parsing and problem statistics on their own.
 #include <gtest/gtest.h>
 
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -15,25 +14,15 @@
 #include <string>
 
 #include "cli_text.h"
+#include "tool_run.h"
 #include "model_stats.h"
 
 namespace {
 
-struct CliRun {
-  int exitCode = -1;
-  std::string out;  // stdout and stderr together
-};
+using CliRun = zelq_test::ToolRun;
 
 CliRun Zelq(const std::string& args) {
-  CliRun r;
-  std::FILE* p = popen((std::string(ZELQ_CLI_BIN) + " " + args + " 2>&1").c_str(), "r");
-  if (!p) return r;
-  char buf[4096];
-  size_t n;
-  while ((n = std::fread(buf, 1, sizeof buf, p)) > 0) r.out.append(buf, n);
-  int st = pclose(p);
-  r.exitCode = WIFEXITED(st) ? WEXITSTATUS(st) : -1;
-  return r;
+  return zelq_test::Execute(std::string(ZELQ_CLI_BIN) + " " + args);
 }
 
 bool Has(const CliRun& r, const std::string& text) { return r.out.find(text) != std::string::npos; }
