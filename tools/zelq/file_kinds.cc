@@ -10,37 +10,23 @@
 namespace zelqcli {
 namespace {
 
-using FileOp = void (*)(Zelq::Model&, const char*);
-
 struct FileKind {
   const char* ending;
   FileRole role;
-  FileOp read;   // null: the engine cannot read this kind
-  FileOp write;  // null: the engine cannot write this kind
+  bool readable;  // whether the model reads this kind (every kind listed is written)
 };
 
-// The problem kinds first, then results; the order of the help text.
+// The kinds Model::Read and Model::Write choose by ending; problem kinds first, then results,
+// in the order of the help text. The table only decides what the command accepts before
+// anything is read or solved; the model does the dispatch itself.
 const FileKind kKinds[] = {
-    {".mps", FileRole::kProblem, [](Zelq::Model& m, const char* p) { m.ReadMps(p); },
-     [](Zelq::Model& m, const char* p) { m.WriteMps(p); }},
-    {".lp", FileRole::kProblem, [](Zelq::Model& m, const char* p) { m.ReadLp(p); },
-     [](Zelq::Model& m, const char* p) { m.WriteLp(p); }},
-    {".cbf", FileRole::kProblem, [](Zelq::Model& m, const char* p) { m.ReadCbf(p); },
-     [](Zelq::Model& m, const char* p) { m.WriteCbf(p); }},
-    {".bin", FileRole::kProblem, [](Zelq::Model& m, const char* p) { m.ReadBin(p); },
-     [](Zelq::Model& m, const char* p) { m.WriteBin(p); }},
-    {".dat-s", FileRole::kProblem, [](Zelq::Model& m, const char* p) { m.ReadSdpa(p); }, nullptr},
-    {".nl", FileRole::kProblem, nullptr, [](Zelq::Model& m, const char* p) { m.WriteNL(p); }},
-    {".iis", FileRole::kResult, nullptr, [](Zelq::Model& m, const char* p) { m.WriteIIS(p); }},
-    {".relax", FileRole::kResult, nullptr,
-     [](Zelq::Model& m, const char* p) { m.WriteRelax(p); }},
-    {".sol", FileRole::kResult, nullptr, [](Zelq::Model& m, const char* p) { m.WriteSol(p); }},
-    {".json", FileRole::kResult, nullptr,
-     [](Zelq::Model& m, const char* p) { m.WriteJsonSol(p); }},
-    {".bas", FileRole::kResult, nullptr, [](Zelq::Model& m, const char* p) { m.WriteBasis(p); }},
-    {".mst", FileRole::kResult, nullptr, [](Zelq::Model& m, const char* p) { m.WriteMst(p); }},
-    {".ord", FileRole::kResult, nullptr, [](Zelq::Model& m, const char* p) { m.WriteOrd(p); }},
-    {".par", FileRole::kResult, nullptr, [](Zelq::Model& m, const char* p) { m.WriteParam(p); }},
+    {".mps", FileRole::kProblem, true},    {".lp", FileRole::kProblem, true},
+    {".cbf", FileRole::kProblem, true},    {".bin", FileRole::kProblem, true},
+    {".dat-s", FileRole::kProblem, true},  {".nl", FileRole::kProblem, false},
+    {".iis", FileRole::kResult, false},    {".relax", FileRole::kResult, false},
+    {".sol", FileRole::kResult, false},    {".json", FileRole::kResult, false},
+    {".bas", FileRole::kResult, false},    {".mst", FileRole::kResult, false},
+    {".ord", FileRole::kResult, false},    {".par", FileRole::kResult, false},
 };
 
 // The kind whose ending closes `name` (matched case-insensitively), or null.
@@ -66,8 +52,7 @@ const char* AnyWriteEndings() {
 
 void CheckWritable(const std::string& path, bool problemOnly) {
   const FileKind* kind = FindKind(path);
-  bool ok = kind != nullptr && kind->write != nullptr &&
-            (!problemOnly || kind->role == FileRole::kProblem);
+  bool ok = kind != nullptr && (!problemOnly || kind->role == FileRole::kProblem);
   if (!ok) {
     throw CliFailure{kExitUsage, "cannot tell what to write to '" + path +
                                      "' from its ending; use " +
@@ -77,7 +62,7 @@ void CheckWritable(const std::string& path, bool problemOnly) {
 
 void ReadProblem(Zelq::Model& model, const std::string& path) {
   const FileKind* kind = FindKind(WithoutGz(path));
-  if (kind == nullptr || kind->read == nullptr || kind->role != FileRole::kProblem) {
+  if (kind == nullptr || !kind->readable || kind->role != FileRole::kProblem) {
     throw CliFailure{kExitFile, "cannot tell the format of '" + path + "' from its ending; use " +
                                     ProblemReadEndings()};
   }
@@ -88,7 +73,7 @@ void ReadProblem(Zelq::Model& model, const std::string& path) {
   }
   std::fclose(f);
   try {
-    kind->read(model, path.c_str());
+    model.Read(path.c_str());  // ".gz" names are read by the ending before it
   } catch (const Zelq::Exception& e) {
     throw CliFailure{kExitFile, "cannot read '" + path + "': " + e.what()};
   }
@@ -97,7 +82,7 @@ void ReadProblem(Zelq::Model& model, const std::string& path) {
 void WriteFile(Zelq::Model& model, const std::string& path) {
   CheckWritable(path, false);
   try {
-    FindKind(path)->write(model, path.c_str());
+    model.Write(path.c_str());
   } catch (const Zelq::Exception& e) {
     throw CliFailure{kExitFile, "cannot write '" + path + "': " + e.what()};
   }
