@@ -54,6 +54,8 @@ double ClpSolveDirect(const std::string& path, double* obj) {
   model.messageHandler()->setLogLevel(0);
   model.readMps(path.c_str(), true, false);
   auto t = Clock::now();
+  model.setPrimalTolerance(1e-6);  // the engine's FeasTol and DualTol
+  model.setDualTolerance(1e-6);
   ClpSolve opts;
   opts.setSolveType(ClpSolve::useDual);
   opts.setPresolveType(ClpSolve::presolveOn);
@@ -72,10 +74,9 @@ double CbcSolveDirect(const std::string& path, double* obj) {
   CbcSolverUsefulData data;
   data.noPrinting_ = true;
   CbcMain0(model, data);
+  // The engine's arguments with default parameters (tolerances reach Cbc only when set).
   const char* argv[] = {"bench", "-log", "0", "-slog", "0", "-ratioGap", "0.0001",
-                        "-allowableGap", "1e-06", "-integerTolerance", "1e-06",
-                        "-primalTolerance", "1e-06", "-dualTolerance", "1e-06",
-                        "-maxSavedSolutions", "10", "-solve", "-quit"};
+                        "-allowableGap", "1e-06", "-maxSavedSolutions", "10", "-solve", "-quit"};
   CbcMain1(static_cast<int>(sizeof argv / sizeof argv[0]), argv, model,
            [](CbcModel*, int) { return 0; }, data);
   double s = Seconds(t);

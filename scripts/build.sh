@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# Configures and builds one preset: release (default), debug or asan.
+# Configures and builds one preset: release (default), debug, asan (Address + UndefinedBehavior
+# Sanitizer), tsan (ThreadSanitizer) or fuzz (clang, libFuzzer targets; see docs/testing.md).
 set -euo pipefail
 cd "$(dirname "$0")/.."
 preset="${1:-release}"

@@ -7,6 +7,9 @@ packages=(
   coinor-libclp-dev coinor-libcbc-dev coinor-libcgl-dev coinor-libosi-dev coinor-libcoinutils-dev
   zlib1g-dev libbz2-dev
   libgtest-dev libgmock-dev libbenchmark-dev
+  python3-pulp
+  python3-scipy
+  clang libclang-rt-14-dev llvm
 )
 missing=()
 for p in "${packages[@]}"; do

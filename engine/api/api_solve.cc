@@ -35,6 +35,21 @@ int CheckBasisCodes(ZELQprob* prob, int n, const int* codes, const char* what) {
   return ZELQ_RETCODE_OK;
 }
 
+// Clp stops the whole process (an assertion) on objective coefficients of 1e25 and more in
+// magnitude, so a solve refuses them first.
+constexpr double kSolverMaxObj = 1e25;
+
+int CheckSolvable(ZELQprob* prob) {
+  const Problem& p = prob->problem;
+  for (int j = 0; j < p.cols(); ++j)
+    if (std::fabs(p.obj[j]) >= kSolverMaxObj)
+      return Fail(prob, ZELQ_RETCODE_INVALID,
+                  "objective coefficient %g of column %d is too large to solve (the solver takes "
+                  "magnitudes below 1e25)",
+                  p.obj[j], j);
+  return ZELQ_RETCODE_OK;
+}
+
 int CheckPoolIndex(ZELQprob* prob, int iSol) {
   const int n = static_cast<int>(prob->solution.pool.size());
   if (n == 0) return Fail(prob, ZELQ_RETCODE_INVALID, "no solution available in the pool");
@@ -61,6 +76,7 @@ extern "C" {
 
 int ZELQ_Solve(ZELQprob* prob) {
   return Guard(prob, __func__, [&]() -> int {
+    if (int rc = CheckSolvable(prob)) return rc;
     SolvingFlag busy(prob);
     return prob->problem.IsMip() ? SolveMip(prob) : SolveLp(prob);
   });
@@ -68,6 +84,7 @@ int ZELQ_Solve(ZELQprob* prob) {
 
 int ZELQ_SolveLp(ZELQprob* prob) {
   return Guard(prob, __func__, [&]() -> int {
+    if (int rc = CheckSolvable(prob)) return rc;
     SolvingFlag busy(prob);
     return SolveLp(prob);
   });

@@ -32,21 +32,31 @@ std::string JsonNumber(double v) {
   return Num(v);
 }
 
-// A parsed JSON value (only what solution files need).
+// A parsed JSON value (only what solution files need). Object members are a named struct that
+// is completed after JValue: a std::pair of a type that is still incomplete does not compile
+// with every standard library and compiler.
+struct JField;
 struct JValue {
   enum Type { kNull, kBool, kNumber, kString, kArray, kObject } type = kNull;
   double number = 0.0;
   std::string text;
-  std::vector<JValue> items;                           // array elements
-  std::vector<std::pair<std::string, JValue>> fields;  // object members
+  std::vector<JValue> items;   // array elements
+  std::vector<JField> fields;  // object members
   int line = 0;
-  const JValue* Get(std::string_view key) const {
-    for (const auto& f : fields) {
-      if (f.first == key) return &f.second;
-    }
-    return nullptr;
-  }
+  const JValue* Get(std::string_view key) const;
 };
+
+struct JField {
+  std::string first;  // the member's key
+  JValue second;      // its value
+};
+
+const JValue* JValue::Get(std::string_view key) const {
+  for (const auto& f : fields) {
+    if (f.first == key) return &f.second;
+  }
+  return nullptr;
+}
 
 class JsonParser {
  public:
@@ -206,7 +216,7 @@ bool JsonParser::Value(JValue& v, int depth) {
       Space();
       if (i_ >= s_.size() || s_[i_] != ':') return Fail("expected ':'");
       ++i_;
-      v.fields.emplace_back(std::move(key), JValue());
+      v.fields.push_back(JField{std::move(key), JValue()});
       if (!Value(v.fields.back().second, depth + 1)) return false;
       Space();
       if (i_ < s_.size() && s_[i_] == ',') {

@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <cctype>
+#include <cmath>
 #include <cstring>
 #include <unordered_map>
 
@@ -234,6 +235,7 @@ bool LpReader::LooksLikeValueThenComparison() const {
 int LpReader::ParseExpr(std::vector<std::pair<int, double>>& terms, double& constant,
                         bool objective) {
   bool first = true;
+  std::unordered_map<int, double> sums;
   for (;;) {
     if (AtSectionEnd() || IsComparison(Peek())) break;
     if (!objective && Peek().kind == Tok::kName && Peek(1).kind == Tok::kOp &&
@@ -265,7 +267,14 @@ int LpReader::ParseExpr(std::vector<std::pair<int, double>>& terms, double& cons
     const Token& v = Peek();
     if (v.kind == Tok::kName && BadName(v.text)) return Fail(3, "bad number " + Quote(v.text));
     if (v.kind == Tok::kName && !Keyword(&s, &words, &unsupported)) {
-      terms.emplace_back(Col(v.text), sign * coef);
+      int col = Col(v.text);
+      // Terms of one column add up; like any coefficient, the sum must be finite.
+      double& sum = sums[col];
+      sum += sign * coef;
+      if (!(std::fabs(sum) < kInf)) {
+        return FailAt(v.line, 3, "infinite coefficient " + Num(sum) + " of " + Quote(v.text));
+      }
+      terms.emplace_back(col, sign * coef);
       ++pos_;
     } else if (number) {
       constant += sign * coef;
@@ -278,11 +287,15 @@ int LpReader::ParseExpr(std::vector<std::pair<int, double>>& terms, double& cons
 }
 
 int LpReader::Objective() {
+  const int line = Peek().line;
   if (Peek().kind == Tok::kName && Peek(1).kind == Tok::kOp && Peek(1).text == ":") pos_ += 2;
   std::vector<std::pair<int, double>> terms;
   double constant = 0.0;
   if (int rc = ParseExpr(terms, constant, true); rc != 0) return rc;
   if (IsComparison(Peek())) return Fail(3, "unexpected " + Shown(Peek()) + " in the objective");
+  if (!(std::fabs(constant) < kInf)) {
+    return FailAt(line, 3, "infinite objective constant " + Num(constant));
+  }
   for (auto [col, c] : terms) out_.obj[col] += c;
   out_.objConst += constant;
   return 0;
@@ -345,6 +358,12 @@ int LpReader::Constraint(char kind) {
   // Constants written on the left move to the right.
   if (lo > -kInf) lo -= constant;
   if (up < kInf) up -= constant;
+  // "x <= -inf" (also reached through constants of 1e30 and beyond) leaves no value.
+  if (lo >= kInf || up <= -kInf) {
+    return FailAt(line, 3, std::string("infinite ") + (lo >= kInf ? "lower" : "upper") +
+                               " bound on the wrong side of " +
+                               (name.empty() ? std::string("the row") : "row " + Quote(name)));
+  }
   int row = out_.AddRow(name, lo, up, kind);
   if (!name.empty()) rowIndex_.emplace(name, row);
   for (auto [col, c] : terms) out_.AddEntry(row, col, c);

@@ -97,6 +97,16 @@ void LpWriter::Row(const std::string& name, double lo, double up, std::span<cons
                    std::span<const double> val) {
   lineStart_ = out_.size();
   out_ += " " + name + ":";
+  if (idx.empty() && p_.cols() == 0) {
+    // Without columns the row is the constant 0, and "0 >= 3" reads as the start of a range
+    // "hi >= expr >= lo": the two-sided form has only one reading.
+    out_ += ' ';
+    out_ += lo <= -kInf ? "-inf" : Num(lo);
+    out_ += " <= 0 <= ";
+    out_ += up >= kInf ? "+inf" : Num(up);
+    out_ += "\n";
+    return;
+  }
   bool ranged = lo > -kInf && up < kInf && lo != up;
   if (ranged) {
     out_ += ' ';

@@ -429,6 +429,10 @@ int MpsReader::RhsLine(const Fields& d, bool ranges) {
       out_.objConst = -v;
     } else if (rowType_[r] == 'N') {
       Note("right-hand side of free row " + Quote(rowName) + " ignored");
+    } else if ((rowType_[r] != 'G' && v <= -1e30) || (rowType_[r] != 'L' && v >= 1e30)) {
+      // An L row below -infinity or a G row above +infinity: no value satisfies it.
+      return Fail(3, std::string("infinite right-hand side ") + Quote(text) + " for " +
+                         rowType_[r] + " row " + Quote(rowName));
     } else {
       rhs_[r] = v;
     }

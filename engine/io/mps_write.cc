@@ -2,6 +2,7 @@
 
 #include <cmath>
 #include <cstdio>
+#include <string_view>
 #include <tuple>
 
 #include "io/text_io.h"
@@ -29,7 +30,7 @@ class MpsWriter {
 
  private:
   // One data line with fields 1..6 (empty fields are skipped in free layout).
-  void Card(std::initializer_list<std::pair<int, std::string>> fields);
+  void Card(std::initializer_list<std::pair<int, std::string_view>> fields);
   std::string N(double v) const;
   void ChooseNames();
   void Rows();
@@ -105,39 +106,43 @@ std::string MpsWriter::N(double v) const {
   return buf;
 }
 
-void MpsWriter::Card(std::initializer_list<std::pair<int, std::string>> fields) {
-  std::string line;
+void MpsWriter::Card(std::initializer_list<std::pair<int, std::string_view>> fields) {
+  // Appended in place: a file of millions of lines builds no string per line.
+  const size_t start = out_.size();
   for (const auto& [field, text] : fields) {
     if (text.empty()) continue;
-    size_t pos = kFieldPos[field - 1];
-    if (line.size() < pos)
-      line.append(pos - line.size(), ' ');
+    const size_t pos = kFieldPos[field - 1], length = out_.size() - start;
+    if (length < pos)
+      out_.append(pos - length, ' ');
     else
-      line.push_back(' ');
-    line += text;
+      out_.push_back(' ');
+    out_ += text;
   }
-  out_ += line;
   out_ += '\n';
 }
 
 void MpsWriter::ChooseNames() {
   cols_ = OutputNames(p_.colNames, p_.cols(), 'C');
   CollectRows();
-  bool white = false, longName = false;
+  // Readers trim fixed-layout fields, so a name that starts or ends with a blank (or is all
+  // blanks) would not read back from that layout either.
+  bool white = false, longName = false, edge = false;
   for (const auto* list : {&cols_, &rows_}) {
     for (const std::string& n : *list) {
       white = white || HasWhite(n);
       longName = longName || n.size() > 8;
+      edge = edge || (!n.empty() && (IsWhite(n.front()) || IsWhite(n.back())));
     }
   }
-  if (white && !longName) {
+  if (white && !longName && !edge) {
     fixed_ = true;
     notes_.push_back("names with blanks: the file is written in fixed MPS layout");
   } else if (white) {
     int changed = CleanNames(cols_, IsWhite) + CleanNames(rows_, IsWhite);
-    notes_.push_back(std::to_string(changed) +
-                     " names with blanks are written with '_' (a name is longer than 8 "
-                     "characters, so fixed MPS layout cannot be used)");
+    notes_.push_back(std::to_string(changed) + " names with blanks are written with '_' (" +
+                     (longName ? "a name is longer than 8 characters"
+                               : "a name starts or ends with a blank") +
+                     ", so fixed MPS layout cannot be used)");
   }
   // The objective row needs a name of its own.
   for (int k = 1;; ++k) {
@@ -184,6 +189,9 @@ void MpsWriter::Columns() {
   const std::vector<int>& beg = beg_;
   bool inMarker = false;
   int marker = 0;
+  // (row, value) of one column, row -1 for the objective; kept across columns.
+  std::vector<std::pair<int, double>> entries;
+  auto rowName = [&](int row) -> const std::string& { return row < 0 ? objName_ : rows_[row]; };
   for (int j = 0; j < p_.cols(); ++j) {
     bool integer = p_.colType[j] != 'C';
     if (integer != inMarker) {
@@ -192,18 +200,18 @@ void MpsWriter::Columns() {
       Card({{2, name}, {3, "'MARKER'"}, {5, integer ? "'INTORG'" : "'INTEND'"}});
       inMarker = integer;
     }
-    std::vector<std::pair<std::string, double>> entries;
-    if (p_.obj[j] != 0.0 || beg[j] == beg[j + 1]) entries.emplace_back(objName_, p_.obj[j]);
-    for (int k = beg[j]; k < beg[j + 1]; ++k) entries.emplace_back(rows_[idx_[k]], val_[k]);
+    entries.clear();
+    if (p_.obj[j] != 0.0 || beg[j] == beg[j + 1]) entries.emplace_back(-1, p_.obj[j]);
+    for (int k = beg[j]; k < beg[j + 1]; ++k) entries.emplace_back(idx_[k], val_[k]);
     for (size_t k = 0; k < entries.size(); k += 2) {
       if (k + 1 < entries.size()) {
         Card({{2, cols_[j]},
-              {3, entries[k].first},
+              {3, rowName(entries[k].first)},
               {4, N(entries[k].second)},
-              {5, entries[k + 1].first},
+              {5, rowName(entries[k + 1].first)},
               {6, N(entries[k + 1].second)}});
       } else {
-        Card({{2, cols_[j]}, {3, entries[k].first}, {4, N(entries[k].second)}});
+        Card({{2, cols_[j]}, {3, rowName(entries[k].first)}, {4, N(entries[k].second)}});
       }
     }
   }
@@ -227,7 +235,9 @@ void MpsWriter::Rhs() {
     if (lo > -kInf && up < kInf && lo < up) Card({{2, "RNG"}, {3, rows_[i]}, {4, N(up - lo)}});
   }
   std::swap(out_, ranges);
-  if (!rhs.empty()) out_ += "RHS\n" + rhs;
+  // The RHS section is written even when empty: some readers (Clp's among them) refuse a file
+  // without one.
+  out_ += "RHS\n" + rhs;
   if (!ranges.empty()) out_ += "RANGES\n" + ranges;
 }
 
@@ -238,9 +248,16 @@ void MpsWriter::Bound(const char* type, int j, const std::string& value) {
 void MpsWriter::ColumnBounds(int j) {
   double lo = p_.colLower[j], up = p_.colUpper[j];
   bool integer = p_.colType[j] != 'C';
+  if (p_.colType[j] == 'B') {
+    // BV gives the type (and [0, 1]); other bounds follow as LO/UP records, which keep the type,
+    // so a binary with bounds of its own reads back as that binary.
+    Bound("BV", j);
+    if (lo != 0.0) lo <= -kInf ? Bound("MI", j) : Bound("LO", j, N(lo));
+    if (up != 1.0) up >= kInf ? Bound("PL", j) : Bound("UP", j, N(up));
+    return;
+  }
   if (lo == up) return Bound("FX", j, N(lo));
   if (lo <= -kInf && up >= kInf) return Bound("FR", j);
-  if (p_.colType[j] == 'B' && lo == 0.0 && up == 1.0) return Bound("BV", j);
   if (integer) {
     // Both sides explicitly, so no reader applies the [0, 1] default of marker integers.
     if (lo <= -kInf)

@@ -10,6 +10,23 @@ namespace zelq::engine {
 
 class NameList {
  public:
+  NameList() = default;
+  // The index's keys point into the strings of the list that built it, so a copy starts without
+  // an index and builds its own on first use. A move keeps it: the strings stay where they are.
+  NameList(const NameList& o) : names_(o.names_), count_(o.count_), named_(o.named_) {}
+  NameList& operator=(const NameList& o) {
+    if (this != &o) {
+      names_ = o.names_;
+      count_ = o.count_;
+      named_ = o.named_;
+      index_.clear();
+      indexValid_ = false;
+    }
+    return *this;
+  }
+  NameList(NameList&&) = default;
+  NameList& operator=(NameList&&) = default;
+
   int size() const { return count_; }
   // Appends `count` unnamed elements or one named element.
   void AddUnnamed(int count);

@@ -43,8 +43,8 @@ int ThreadCount(const ZELQprob* prob) {
   return t <= 0 ? 1 : t;
 }
 
-// Driver arguments for our parameters.
-std::vector<std::string> DriverArgs(const ZELQprob* prob, int logLevel) {
+// Driver arguments for our parameters; withStart: a MIP start is handed to the driver.
+std::vector<std::string> DriverArgs(const ZELQprob* prob, int logLevel, bool withStart) {
   const ParamSet& ps = prob->params;
   std::vector<std::string> a = {"zelq", "-log", std::to_string(logLevel), "-slog",
                                 std::to_string(logLevel > 1 ? 1 : 0)};
@@ -64,7 +64,10 @@ std::vector<std::string> DriverArgs(const ZELQprob* prob, int logLevel) {
   if (!ps.IsDefault(DblParam::IntTol)) add("-integerTolerance", Num(ps.Get(DblParam::IntTol)));
   if (!ps.IsDefault(DblParam::FeasTol)) add("-primalTolerance", Num(ps.Get(DblParam::FeasTol)));
   if (!ps.IsDefault(DblParam::DualTol)) add("-dualTolerance", Num(ps.Get(DblParam::DualTol)));
-  add("-maxSavedSolutions", std::to_string(kPoolSize));
+  // With a MIP start and preprocessing that drops columns, the driver copies its saved
+  // solutions with the wrong column count and reads past the end of an array (Cbc 2.10, found
+  // by fuzzing under AddressSanitizer). So with a start the pool is the best solution only.
+  if (!withStart) add("-maxSavedSolutions", std::to_string(kPoolSize));
   int threads = ThreadCount(prob);
   if (threads > 1) add("-threads", std::to_string(threads));
   if (ps.Get(IntParam::Presolve) == 0) {
@@ -205,7 +208,8 @@ void StoreMipResults(ZELQprob* prob, CbcModel& model, const SolveControl& contro
 
 // Sets up Cbc's driver on the model and runs it with our parameters as arguments.
 void RunDriver(ZELQprob* prob, int level, SolveControl* control, CbcModel* model) {
-  std::vector<std::string> args = DriverArgs(prob, level);
+  const MipStart start = ChooseMipStart(prob);
+  std::vector<std::string> args = DriverArgs(prob, level, !start.empty());
   std::vector<const char*> argv;
   for (const std::string& x : args) argv.push_back(x.c_str());
   CbcSolverUsefulData driverData;
@@ -216,7 +220,7 @@ void RunDriver(ZELQprob* prob, int level, SolveControl* control, CbcModel* model
   model->passInEventHandler(&cbcStop);
   model->setUseElapsedTime(true);
   PassPriorities(prob->problem, model);
-  PassMipStart(ChooseMipStart(prob), model->solver(), model);
+  PassMipStart(start, model->solver(), model);
   CbcMain1(static_cast<int>(argv.size()), argv.data(), *model, NoCallback, driverData);
 }
 
@@ -229,6 +233,9 @@ int SolveMip(ZELQprob* prob) {
   ApplyLogSettings(prob);
   const ParamSet& ps = prob->params;
   SolveControl control(&prob->interrupt, ps.Get(DblParam::TimeLimit));
+  // Cbc checks its own limit between nodes; the LP handler only stops an LP that runs far past
+  // it (a long root relaxation), so that the LPs after Cbc's stop can keep the incumbent.
+  control.lpGrace = std::max(1.0, 0.05 * control.timeLimit);
   const int level = CoinLogLevel(ps.Get(IntParam::Logging), ps.Get(IntParam::LogLevel));
   CoinLogHandler handler(&prob->log, level);
 

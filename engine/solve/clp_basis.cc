@@ -112,6 +112,8 @@ double ClampOut(double v) { return std::isfinite(v) ? FromCoinBound(v) : (v > 0 
 
 int BasisFSolve(ZELQprob* prob, const double* b, double* x, int* nnz) {
   if (int rc = CheckCache(prob)) return rc;
+  // Without rows B is empty: Osi has no basis head to factorize (and asserts on one).
+  if (prob->lpCache->rows == 0) return *nnz = 0, ZELQ_RETCODE_OK;
   Factorized f(prob->lpCache.get());
   f.Forward(b, x);
   *nnz = CountNonZeros(x, prob->lpCache->rows);
@@ -120,6 +122,7 @@ int BasisFSolve(ZELQprob* prob, const double* b, double* x, int* nnz) {
 
 int BasisBSolve(ZELQprob* prob, const double* b, double* y, int* nnz) {
   if (int rc = CheckCache(prob)) return rc;
+  if (prob->lpCache->rows == 0) return *nnz = 0, ZELQ_RETCODE_OK;
   Factorized f(prob->lpCache.get());
   f.Backward(b, y);
   *nnz = CountNonZeros(y, prob->lpCache->rows);
@@ -128,6 +131,7 @@ int BasisBSolve(ZELQprob* prob, const double* b, double* y, int* nnz) {
 
 int BasisHead(ZELQprob* prob, int* head) {
   if (int rc = CheckCache(prob)) return rc;
+  if (prob->lpCache->rows == 0) return ZELQ_RETCODE_OK;
   Factorized f(prob->lpCache.get());
   std::copy(f.head().begin(), f.head().end(), head);
   return ZELQ_RETCODE_OK;

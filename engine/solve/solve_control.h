@@ -16,12 +16,19 @@ struct SolveControl {
   SolveControl(std::atomic<bool>* interruptFlag, double timeLimit);
   // Polled by the handlers; remembers why it said stop.
   bool ShouldStop();
+  // Polled by the LP handler. In a MIP solve the LPs go on for `lpGrace` seconds past the time
+  // limit, and not at all once Cbc has been told to stop: Cbc's own stop at its limit, and the
+  // LPs it solves after any stop to map the incumbent back through preprocessing, must run to
+  // the end, or the incumbent is lost.
+  bool ShouldStopLp();
   double Elapsed() const;
 
   std::atomic<bool>* interrupt;
   std::chrono::steady_clock::time_point start;
   double timeLimit;  // seconds; >= 1e30: none
+  double lpGrace = 0;  // seconds the LP handler waits past the time limit
   std::atomic<int> reason{kNone};
+  std::atomic<bool> mipStopped{false};  // the Cbc handler has returned stop
 };
 
 class ClpStopHandler : public ClpEventHandler {

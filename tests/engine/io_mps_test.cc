@@ -287,6 +287,18 @@ TEST(MpsWrite, ConventionsInTheText) {
   Parsed back = Mps(text);
   ASSERT_EQ(back.rc, 0) << back.err;
   ExpectSameProblem(p, back.p);
+
+  // Right-hand sides all zero: the RHS section is still there (empty), as other readers need it.
+  Problem zero;
+  ModelBuilder zb;
+  int z = zb.AddCol("z");
+  zb.AddEntry(zb.AddRow("row", 0.0, kInf), z, 1.0);
+  zb.Build(zero);
+  text = FormatMps(zero, notes);
+  EXPECT_NE(text.find("\nRHS\nENDATA\n"), std::string::npos) << text;
+  Parsed zeroBack = Mps(text);
+  ASSERT_EQ(zeroBack.rc, 0) << zeroBack.err;
+  ExpectSameProblem(zero, zeroBack.p);
 }
 
 TEST(MpsWrite, LongNamesWithBlanksBecomeUnderscores) {

@@ -1,0 +1,228 @@
+// Call sequences that once broke the engine: a problem copy sharing its source's name index,
+// basis operations on an LP without rows, a MIP start combined with a lazy constraint that lets
+// preprocessing drop a column, and problems that did not read back from the files they were
+// written to. Each case is the smallest form of an input the call-sequence fuzz target found.
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <cmath>
+#include <cstdio>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "problem/names.h"
+#include "quiet_prob.h"
+#include "zelq/zelq.h"
+
+namespace {
+
+using Quiet = engine_test::QuietProb;
+
+std::string Scratch(const char* ext) {
+  return "/tmp/zelq_callseq_" + std::to_string(::getpid()) + ext;
+}
+
+TEST(CallSequence, CopiedNamesKeepTheirOwnIndex) {
+  using zelq::engine::NameList;
+  auto source = std::make_unique<NameList>();
+  source->Add("x");
+  source->Add("y");
+  ASSERT_EQ(source->Find("y"), 1);  // builds the source's index
+  NameList copy(*source);
+  NameList assigned;
+  assigned = *source;
+  source->Set(1, "renamed");
+  source.reset();  // the copies must not look into the source's strings
+  EXPECT_EQ(copy.Find("y"), 1);
+  EXPECT_EQ(copy.Find("renamed"), -1);
+  EXPECT_EQ(assigned.Find("x"), 0);
+  EXPECT_EQ(assigned.Find("y"), 1);
+
+  // The same through the C interface: copy, then change and delete the source.
+  Quiet src;
+  const char* names[] = {"a", "b"};
+  ASSERT_EQ(ZELQ_AddCols(src, 2, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr,
+                         nullptr, names),
+            0);
+  int idx = -1;
+  ASSERT_EQ(ZELQ_GetColIdx(src, "b", &idx), 0);
+  ASSERT_EQ(idx, 1);
+  ZELQprob* dup = nullptr;
+  ASSERT_EQ(ZELQ_CreateCopy(src, &dup), 0);
+  const char* other[] = {"c"};
+  const int one[] = {1};
+  ASSERT_EQ(ZELQ_SetColNames(src, 1, one, other), 0);
+  ASSERT_EQ(ZELQ_DelCols(src, 1, one), 0);
+  EXPECT_EQ(ZELQ_GetColIdx(dup, "b", &idx), 0);
+  EXPECT_EQ(idx, 1);
+  EXPECT_EQ(ZELQ_GetColIdx(dup, "c", &idx), 0);
+  EXPECT_EQ(idx, -1);
+  ZELQ_DeleteProb(&dup);
+}
+
+TEST(CallSequence, BasisOperationsOnAnLpWithoutRows) {
+  Quiet p;
+  const double obj[] = {1.0, -1.0}, lo[] = {0.0, 0.0}, up[] = {2.0, 3.0};
+  ASSERT_EQ(ZELQ_AddCols(p, 2, obj, nullptr, nullptr, nullptr, nullptr, nullptr, lo, up, nullptr),
+            0);
+  ASSERT_EQ(ZELQ_Solve(p), 0);
+  double objVal = 0;
+  ASSERT_EQ(ZELQ_GetDblAttr(p, "ObjVal", &objVal), 0);
+  EXPECT_DOUBLE_EQ(objVal, -3.0);
+  // B is 0 x 0: the solves give nothing, the head is empty, and nothing is written.
+  double b = 7.0, x = 42.0;
+  int len = 0;
+  EXPECT_EQ(ZELQ_FSolve(p, &b, &x, &len), 0);
+  EXPECT_EQ(len, 0);
+  len = 5;
+  EXPECT_EQ(ZELQ_BSolve(p, &b, &x, &len), 0);
+  EXPECT_EQ(len, 0);
+  EXPECT_EQ(x, 42.0);
+  int head = -9;
+  EXPECT_EQ(ZELQ_GetBasisHead(p, &head), 0);
+  EXPECT_EQ(head, -9);
+  double low = 0, high = 0;
+  EXPECT_EQ(ZELQ_ComputeShadowPriceRange(p, 0, 0, &low, &high), ZELQ_RETCODE_INVALID);
+}
+
+TEST(CallSequence, SolvesRefuseObjectivesTheSolverCannotTake) {
+  Quiet p;
+  const double obj[] = {1.0, 1e25}, up[] = {1.0, 1.0};
+  ASSERT_EQ(ZELQ_AddCols(p, 2, obj, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, up,
+                         nullptr),
+            0);
+  char err[256] = "";
+  for (bool lpOnly : {false, true}) {
+    EXPECT_EQ(lpOnly ? ZELQ_SolveLp(p) : ZELQ_Solve(p), ZELQ_RETCODE_INVALID);
+    ASSERT_EQ(ZELQ_GetLastError(p, err, sizeof err), 0);
+    EXPECT_STREQ(err, lpOnly ? "ZELQ_SolveLp: objective coefficient 1e+25 of column 1 is too "
+                               "large to solve (the solver takes magnitudes below 1e25)"
+                             : "ZELQ_Solve: objective coefficient 1e+25 of column 1 is too large "
+                               "to solve (the solver takes magnitudes below 1e25)");
+  }
+  int status = -1;
+  ASSERT_EQ(ZELQ_GetIntAttr(p, "Status", &status), 0);
+  EXPECT_EQ(status, ZELQ_UNSTARTED);
+  // Just below the limit the problem solves: min x0 - 9.99e24 x1 over [0, 1]^2 is -9.99e24.
+  const int one[] = {1};
+  const double below[] = {-9.99e24};
+  ASSERT_EQ(ZELQ_SetColObj(p, 1, one, below), 0);
+  ASSERT_EQ(ZELQ_Solve(p), 0);
+  double objVal = 0;
+  ASSERT_EQ(ZELQ_GetDblAttr(p, "ObjVal", &objVal), 0);
+  EXPECT_DOUBLE_EQ(objVal, -9.99e24);
+}
+
+// max 7x + 4y + 3z  s.t. 2x + 3y + z <= 10, 1 <= 4x + y <= 100, x binary, y integer <= 10, z >= 0,
+// with the lazy constraint x <= 0.5 (so preprocessing fixes x = 0 and drops it): the second
+// row then needs y >= 1, and the optimum is y = 1, z = 7 with value 25.
+TEST(CallSequence, MipStartWithALazyConstraintThatFixesAColumn) {
+  for (int mode : {-1, 2, 3}) {
+    for (int startCols : {1, 3}) {
+      SCOPED_TRACE("MipStartMode " + std::to_string(mode) + ", start of " +
+                   std::to_string(startCols) + " columns");
+      Quiet p;
+      const int beg[] = {0, 2, 4}, cnt[] = {2, 2, 1}, idx[] = {0, 1, 0, 1, 0};
+      const double val[] = {2, 4, 3, 1, 1}, obj[] = {7, 4, 3}, lo[] = {0, 0, 0},
+                   up[] = {1, 10, 1e30}, rb[] = {10, 1}, ru[] = {0, 100};
+      const char type[] = {'B', 'I', 'C'}, sense[] = {'L', 'R'};
+      ASSERT_EQ(ZELQ_LoadProb(p, 3, 2, ZELQ_MAXIMIZE, 0, obj, beg, cnt, idx, val, type, lo, up,
+                              sense, rb, ru, nullptr, nullptr),
+                0);
+      ASSERT_EQ(ZELQ_SetIntParam(p, "MipStartMode", mode), 0);
+      const int list[] = {0, 1, 2};
+      const double start[] = {0, 2, 2};
+      ASSERT_EQ(ZELQ_AddMipStart(p, startCols, list, start), 0);
+      const int li[] = {0};
+      const double lv[] = {1};
+      ASSERT_EQ(ZELQ_AddLazyConstr(p, 1, li, lv, 'L', 0.5, 0, nullptr), 0);
+      ASSERT_EQ(ZELQ_Solve(p), 0);
+      int status = 0, pool = 0;
+      double objVal = 0;
+      ASSERT_EQ(ZELQ_GetIntAttr(p, "Status", &status), 0);
+      ASSERT_EQ(ZELQ_GetDblAttr(p, "ObjVal", &objVal), 0);
+      ASSERT_EQ(ZELQ_GetIntAttr(p, "PoolSols", &pool), 0);
+      EXPECT_EQ(status, ZELQ_OPTIMAL);
+      EXPECT_NEAR(objVal, 25.0, 1e-6);
+      EXPECT_GE(pool, 1);
+    }
+  }
+}
+
+// Writes p in the format of `ext`, reads it into a new problem and returns that problem.
+ZELQprob* RoundTrip(ZELQprob* p, const char* ext, Quiet& into) {
+  const std::string path = Scratch(ext);
+  const bool mps = std::string(ext) == ".mps";
+  EXPECT_EQ(mps ? ZELQ_WriteMps(p, path.c_str()) : ZELQ_WriteLp(p, path.c_str()), 0);
+  char err[512] = "";
+  const int rc = mps ? ZELQ_ReadMps(into, path.c_str()) : ZELQ_ReadLp(into, path.c_str());
+  ZELQ_GetLastError(into, err, sizeof err);
+  EXPECT_EQ(rc, 0) << err;
+  std::remove(path.c_str());
+  return into;
+}
+
+TEST(CallSequence, WrittenProblemsReadBack) {
+  // A binary with bounds of its own stays a binary with those bounds.
+  {
+    Quiet p, back;
+    const double lo[] = {-1.0, 0.0, 0.0}, up[] = {5.0, 1e30, 1.0};
+    const char type[] = {'B', 'B', 'B'};
+    ASSERT_EQ(ZELQ_AddCols(p, 3, nullptr, nullptr, nullptr, nullptr, nullptr, type, lo, up,
+                           nullptr),
+              0);
+    RoundTrip(p, ".mps", back);
+    char t[3] = {};
+    double l[3] = {}, u[3] = {};
+    ASSERT_EQ(ZELQ_GetColType(back, 3, nullptr, t), 0);
+    ASSERT_EQ(ZELQ_GetColInfo(back, "LB", 3, nullptr, l), 0);
+    ASSERT_EQ(ZELQ_GetColInfo(back, "UB", 3, nullptr, u), 0);
+    for (int j = 0; j < 3; ++j) {
+      EXPECT_EQ(t[j], 'B') << j;
+      EXPECT_EQ(l[j], lo[j]) << j;
+      EXPECT_EQ(u[j], up[j]) << j;
+    }
+  }
+  // Names that start or end with a blank, or are all blanks, cannot use fixed MPS layout.
+  for (const char* odd : {"  ", " a", "b "}) {
+    SCOPED_TRACE(std::string("name \"") + odd + "\"");
+    Quiet p, back;
+    const char* names[] = {odd, "x y"};
+    ASSERT_EQ(ZELQ_AddCols(p, 2, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr,
+                           nullptr, names),
+              0);
+    RoundTrip(p, ".mps", back);
+    int n = 0;
+    ASSERT_EQ(ZELQ_GetIntAttr(back, "Cols", &n), 0);
+    EXPECT_EQ(n, 2);
+    int idx = -2;
+    ASSERT_EQ(ZELQ_GetColIdx(back, "x_y", &idx), 0);
+    EXPECT_EQ(idx, 1);
+  }
+  // Rows of a problem without columns are constants; both formats keep their bounds.
+  for (const char* ext : {".lp", ".mps"}) {
+    SCOPED_TRACE(ext);
+    Quiet p, back;
+    const char sense[] = {'G', 'L', 'E', 'N', 'R'};
+    const double rb[] = {-2, 3, 0, 0, -1}, ru[] = {0, 0, 0, 0, 4};
+    ASSERT_EQ(ZELQ_AddRows(p, 5, nullptr, nullptr, nullptr, nullptr, sense, rb, ru, nullptr), 0);
+    ASSERT_EQ(ZELQ_AddLazyConstr(p, 0, nullptr, nullptr, 'N', 0, 0, nullptr), 0);
+    RoundTrip(p, ext, back);
+    int m = 0, lazy = 0;
+    ASSERT_EQ(ZELQ_GetIntAttr(back, "Rows", &m), 0);
+    ASSERT_EQ(ZELQ_GetIntAttr(back, "LazyCons", &lazy), 0);
+    ASSERT_EQ(m, 5);
+    EXPECT_EQ(lazy, 1);
+    double l[5] = {}, u[5] = {};
+    ASSERT_EQ(ZELQ_GetRowInfo(back, "LB", 5, nullptr, l), 0);
+    ASSERT_EQ(ZELQ_GetRowInfo(back, "UB", 5, nullptr, u), 0);
+    const double wantLo[] = {-2, -1e30, 0, -1e30, -1}, wantUp[] = {1e30, 3, 0, 1e30, 4};
+    for (int i = 0; i < 5; ++i) {
+      EXPECT_EQ(l[i], wantLo[i]) << i;
+      EXPECT_EQ(u[i], wantUp[i]) << i;
+    }
+  }
+}
+
+}  // namespace

@@ -1,0 +1,9 @@
+// Fuzzes the reader of sol files (ZELQ_ReadSol); see fuzz_start.h for the checks. A start that was
+// accepted must also survive being written and read again.
+#include "fuzz_start.h"
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+  zelq::engine::MipStart start = zelq_fuzz::FuzzStartFile(data, size, ".sol", ZELQ_ReadSol);
+  if (!start.empty()) zelq_fuzz::CheckNameValueRoundTrip(start);
+  return 0;
+}

@@ -1,0 +1,10 @@
+# Zelq basis: 5 columns, 3 rows
+# C|R name LOWER|BASIC|UPPER|SUPERBASIC|FIXED
+C x LOWER
+C y z BASIC
+C w#1 LOWER
+C üé BASIC
+C C1 LOWER
+R c1 UPPER
+R r 2 BASIC
+R lim:3 FIXED
