@@ -7,62 +7,49 @@
 #include <vector>
 
 #include "build_models_bench.h"
+#include "engine_problem.h"
 #include "zelq/zelq.h"
 
 namespace build_models {
+
+EngineProblem::EngineProblem(Outcome* out) : out_(out) {
+  ZELQenvconfig* config = nullptr;
+  int code = ZELQ_CreateEnvConfig(&config);
+  if (code == 0) code = ZELQ_SetEnvConfig(config, "Logging", "0");
+  if (code == 0) code = ZELQ_CreateEnvWithConfig(config, &env_);
+  if (config != nullptr) ZELQ_DeleteEnvConfig(&config);
+  if (code == 0) code = ZELQ_CreateProb(env_, &prob_);
+  if (code != 0) Fail(out, "creating the engine problem", code, "");
+}
+
+EngineProblem::~EngineProblem() {
+  if (prob_ != nullptr) ZELQ_DeleteProb(&prob_);
+  if (env_ != nullptr) ZELQ_DeleteEnv(&env_);
+}
+
+bool EngineProblem::Ok(int code, const char* what) {
+  if (code == 0) return true;
+  char message[200] = {};
+  ZELQ_GetLastError(prob_, message, sizeof message);
+  Fail(out_, what, code, message);
+  return false;
+}
+
+void EngineProblem::Finish(const Options& options, bool solve) {
+  int rows = -1, cols = -1, elems = -1;
+  if (!Ok(ZELQ_GetIntAttr(prob_, "Rows", &rows), "reading Rows") ||
+      !Ok(ZELQ_GetIntAttr(prob_, "Cols", &cols), "reading Cols") ||
+      !Ok(ZELQ_GetIntAttr(prob_, "Elems", &elems), "reading Elems"))
+    return;
+  out_->rows = rows;
+  out_->cols = cols;
+  out_->elems = elems;
+  if (!options.check || !solve) return;
+  if (!Ok(ZELQ_Solve(prob_), "solving")) return;
+  Ok(ZELQ_GetDblAttr(prob_, "LpObjVal", &out_->check_value), "reading LpObjVal");
+}
+
 namespace {
-
-// An engine environment and problem without log output; closed on scope exit.
-class EngineProblem {
- public:
-  explicit EngineProblem(Outcome* out) : out_(out) {
-    ZELQenvconfig* config = nullptr;
-    int code = ZELQ_CreateEnvConfig(&config);
-    if (code == 0) code = ZELQ_SetEnvConfig(config, "Logging", "0");
-    if (code == 0) code = ZELQ_CreateEnvWithConfig(config, &env_);
-    if (config != nullptr) ZELQ_DeleteEnvConfig(&config);
-    if (code == 0) code = ZELQ_CreateProb(env_, &prob_);
-    if (code != 0) Fail(out, "creating the engine problem", code, "");
-  }
-  ~EngineProblem() {
-    if (prob_ != nullptr) ZELQ_DeleteProb(&prob_);
-    if (env_ != nullptr) ZELQ_DeleteEnv(&env_);
-  }
-  EngineProblem(const EngineProblem&) = delete;
-  EngineProblem& operator=(const EngineProblem&) = delete;
-
-  ZELQprob* prob() const { return prob_; }
-  bool ok() const { return prob_ != nullptr && out_->error[0] == '\0'; }
-
-  // Records a failed call with the engine's own message; returns false then.
-  bool Ok(int code, const char* what) {
-    if (code == 0) return true;
-    char message[200] = {};
-    ZELQ_GetLastError(prob_, message, sizeof message);
-    Fail(out_, what, code, message);
-    return false;
-  }
-
-  // Sizes, and in the checking pass the optimum of a solve.
-  void Finish(const Options& options) {
-    int rows = -1, cols = -1, elems = -1;
-    if (!Ok(ZELQ_GetIntAttr(prob_, "Rows", &rows), "reading Rows") ||
-        !Ok(ZELQ_GetIntAttr(prob_, "Cols", &cols), "reading Cols") ||
-        !Ok(ZELQ_GetIntAttr(prob_, "Elems", &elems), "reading Elems"))
-      return;
-    out_->rows = rows;
-    out_->cols = cols;
-    out_->elems = elems;
-    if (!options.check) return;
-    if (!Ok(ZELQ_Solve(prob_), "solving")) return;
-    Ok(ZELQ_GetDblAttr(prob_, "LpObjVal", &out_->check_value), "reading LpObjVal");
-  }
-
- private:
-  Outcome* out_;
-  ZELQenv* env_ = nullptr;
-  ZELQprob* prob_ = nullptr;
-};
 
 void RowLoop(const Options& options, Outcome* out, bool named) {
   EngineProblem engine(out);

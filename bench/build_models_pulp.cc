@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "build_models_bench.h"
+#include "engine_problem.h"
 #include "zelq/zelq.h"
 
 namespace build_models {
@@ -128,66 +129,25 @@ std::string PulpUnavailable(const PulpSetup& setup) {
 
 namespace {
 
-// Reads the file into a fresh engine problem, leaving sizes in `out`.
-class ReadBack {
- public:
-  ReadBack(const Options& options, Outcome* out) : out_(out) {
-    ZELQenvconfig* config = nullptr;
-    int code = ZELQ_CreateEnvConfig(&config);
-    if (code == 0) code = ZELQ_SetEnvConfig(config, "Logging", "0");
-    if (code == 0) code = ZELQ_CreateEnvWithConfig(config, &env_);
-    if (config != nullptr) ZELQ_DeleteEnvConfig(&config);
-    if (code == 0) code = ZELQ_CreateProb(env_, &prob_);
-    if (code != 0) {
-      Fail(out, "creating the engine problem", code, "");
-      return;
-    }
-    if (!Ok(ZELQ_ReadMps(prob_, options.mps_path.c_str()), "ZELQ_ReadMps")) return;
-    int rows = -1, cols = -1, elems = -1;
-    if (!Ok(ZELQ_GetIntAttr(prob_, "Rows", &rows), "reading Rows") ||
-        !Ok(ZELQ_GetIntAttr(prob_, "Cols", &cols), "reading Cols") ||
-        !Ok(ZELQ_GetIntAttr(prob_, "Elems", &elems), "reading Elems"))
-      return;
-    out->rows = rows;
-    out->cols = cols;
-    out->elems = elems;
-  }
-  ~ReadBack() {
-    if (prob_ != nullptr) ZELQ_DeleteProb(&prob_);
-    if (env_ != nullptr) ZELQ_DeleteEnv(&env_);
-  }
-  ReadBack(const ReadBack&) = delete;
-  ReadBack& operator=(const ReadBack&) = delete;
-
-  bool ok() const { return prob_ != nullptr && out_->error[0] == '\0'; }
-  ZELQprob* prob() const { return prob_; }
-
-  bool Ok(int code, const char* what) {
-    if (code == 0) return true;
-    char message[200] = {};
-    ZELQ_GetLastError(prob_, message, sizeof message);
-    Fail(out_, what, code, message);
+// Reads PuLP's file into a fresh engine problem, leaving the sizes (and, for the basic model in
+// the checking pass, the optimum) in `out`; false when that failed.
+bool ReadBack(const Options& options, Outcome* out, EngineProblem& file, bool solve) {
+  if (!file.ok() || !file.Ok(ZELQ_ReadMps(file.prob(), options.mps_path.c_str()), "ZELQ_ReadMps"))
     return false;
-  }
-
- private:
-  Outcome* out_;
-  ZELQenv* env_ = nullptr;
-  ZELQprob* prob_ = nullptr;
-};
+  file.Finish(options, solve);
+  return file.ok();
+}
 
 }  // namespace
 
 void ReadBackBasic(const Options& options, Outcome* out) {
-  ReadBack file(options, out);
-  if (!file.ok() || !options.check) return;
-  if (!file.Ok(ZELQ_Solve(file.prob()), "solving")) return;
-  file.Ok(ZELQ_GetDblAttr(file.prob(), "LpObjVal", &out->check_value), "reading LpObjVal");
+  EngineProblem file(out);
+  ReadBack(options, out, file, true);
 }
 
 void ReadBackKnapsack(const Options& options, Outcome* out) {
-  ReadBack file(options, out);
-  if (!file.ok() || !options.check || out->rows < 1) return;
+  EngineProblem file(out);
+  if (!ReadBack(options, out, file, false) || !options.check || out->rows < 1) return;
   const int first = 0;
   int size = 0;
   if (!file.Ok(ZELQ_GetRows(file.prob(), 1, &first, nullptr, nullptr, nullptr, nullptr, 0, &size),

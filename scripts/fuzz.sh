@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Runs the libFuzzer targets of tests/fuzz (built by the "fuzz" preset: clang, ASan + UBSan).
+# Runs the libFuzzer targets of fuzz/ (built by the "fuzz" preset: clang, ASan + UBSan).
 #
 #   scripts/fuzz.sh ci [SECONDS]              every target for SECONDS (default 15) from a
 #                                             temporary copy of its seeds; non-zero on any finding
@@ -8,7 +8,7 @@
 #                                             corpus in fuzz-corpus/TARGET (or $ZELQ_FUZZ_CORPUS)
 #   scripts/fuzz.sh list                      the targets
 #
-# Targets are found by name: tests/fuzz/fuzz_*.cc. The build directory is build/fuzz (or
+# Targets are found by name: fuzz/fuzz_*.cc. The build directory is build/fuzz (or
 # $ZELQ_FUZZ_BUILD). Extra libFuzzer options may follow in $ZELQ_FUZZ_OPTS.
 set -euo pipefail
 cd "$(dirname "$0")/.."
@@ -23,7 +23,7 @@ usage() {
 
 targets() {
   local f
-  for f in "$root"/tests/fuzz/fuzz_*.cc; do
+  for f in "$root"/fuzz/fuzz_*.cc; do
     [ -e "$f" ] || continue
     basename "$f" .cc
   done
@@ -64,7 +64,7 @@ clean_stale_inputs() {
 
 dict_opts() {
   local t=$1
-  if [ -f "$root/tests/fuzz/$t.dict" ]; then echo "-dict=$root/tests/fuzz/$t.dict"; fi
+  if [ -f "$root/fuzz/$t.dict" ]; then echo "-dict=$root/fuzz/$t.dict"; fi
 }
 
 run_ci() {
@@ -77,12 +77,12 @@ run_ci() {
   echo "fuzz ci: ${#names[@]} targets, ${seconds}s each, work directory $work"
   for t in "${names[@]}"; do
     mkdir -p "$work/$t/corpus" "$work/$t/artifacts"
-    if [ -d "$root/tests/fuzz/seeds/$t" ]; then cp -r "$root/tests/fuzz/seeds/$t/." "$work/$t/corpus/"; fi
+    if [ -d "$root/fuzz/seeds/$t" ]; then cp -r "$root/fuzz/seeds/$t/." "$work/$t/corpus/"; fi
     local inputs=("$work/$t/corpus")
-    if [ -d "$root/tests/fuzz/regress/$t" ]; then inputs+=("$root/tests/fuzz/regress/$t"); fi
+    if [ -d "$root/fuzz/regress/$t" ]; then inputs+=("$root/fuzz/regress/$t"); fi
     local rc=0
     # shellcheck disable=SC2046,SC2086
-    "$build/tests/fuzz/$t" "${common_opts[@]}" $(dict_opts "$t") -max_total_time="$seconds" \
+    "$build/fuzz/$t" "${common_opts[@]}" $(dict_opts "$t") -max_total_time="$seconds" \
       -artifact_prefix="$work/$t/artifacts/" ${ZELQ_FUZZ_OPTS:-} "${inputs[@]}" \
       >"$work/$t/log" 2>&1 || rc=$?
     local execs
@@ -101,7 +101,7 @@ run_ci() {
   clean_stale_inputs
   if [ ${#failed[@]} -gt 0 ]; then
     echo "fuzz ci: findings in ${failed[*]} (inputs and logs kept in $work;" \
-      "add each input to tests/fuzz/regress/<target>/ once fixed)"
+      "add each input to fuzz/regress/<target>/ once fixed)"
     return 1
   fi
   rm -rf "$work"
@@ -127,16 +127,16 @@ run_one() {
   local corpus="${ZELQ_FUZZ_CORPUS:-$root/fuzz-corpus/$t}"
   local artifacts="$root/fuzz-corpus/artifacts/$t"
   mkdir -p "$corpus" "$artifacts"
-  if [ -z "$(ls -A "$corpus")" ] && [ -d "$root/tests/fuzz/seeds/$t" ]; then
-    cp -r "$root/tests/fuzz/seeds/$t/." "$corpus/"
+  if [ -z "$(ls -A "$corpus")" ] && [ -d "$root/fuzz/seeds/$t" ]; then
+    cp -r "$root/fuzz/seeds/$t/." "$corpus/"
   fi
   local inputs=("$corpus")
-  if [ -d "$root/tests/fuzz/regress/$t" ]; then inputs+=("$root/tests/fuzz/regress/$t"); fi
+  if [ -d "$root/fuzz/regress/$t" ]; then inputs+=("$root/fuzz/regress/$t"); fi
   local log="$artifacts/last.log" rc start end
   start=$(date +%s)
   set +e
   # shellcheck disable=SC2046,SC2086
-  "$build/tests/fuzz/$t" "${common_opts[@]}" $(dict_opts "$t") "${limit[@]}" \
+  "$build/fuzz/$t" "${common_opts[@]}" $(dict_opts "$t") "${limit[@]}" \
     -artifact_prefix="$artifacts/" ${ZELQ_FUZZ_OPTS:-} "${inputs[@]}" 2>&1 | tee "$log" |
     grep -a --line-buffered -E '^#[0-9]+.*(pulse|DONE)|ERROR|fuzz invariant|runtime error|Test unit'
   rc=${PIPESTATUS[0]}

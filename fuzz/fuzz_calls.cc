@@ -229,41 +229,28 @@ struct Snap {
     if (v == 0.0) a.erase({r, c});
     else a[{r, c}] = v;
   }
-  void DelCols(const std::set<int>& drop) {
-    std::vector<int> ni(cols, -1);
+  // Removes the columns (ofCols) or rows in `drop`, renumbering the rest in order.
+  void Delete(bool ofCols, const std::set<int>& drop) {
+    int& count = ofCols ? cols : rows;
+    std::vector<int> ni(count, -1);
     int next = 0;
-    for (int j = 0; j < cols; ++j)
-      if (!drop.count(j)) ni[j] = next++;
+    for (int k = 0; k < count; ++k)
+      if (!drop.count(k)) ni[k] = next++;
     auto keep = [&](auto& v) {
       size_t out = 0;
-      for (int j = 0; j < cols; ++j)
-        if (ni[j] >= 0) v[out++] = v[j];
+      for (int k = 0; k < count; ++k)
+        if (ni[k] >= 0) v[out++] = v[k];
       v.resize(out);
     };
-    keep(obj), keep(lb), keep(ub), keep(branch), keep(cn), keep(types);
+    if (ofCols) keep(obj), keep(lb), keep(ub), keep(branch), keep(cn), keep(types);
+    else keep(rlo), keep(rup), keep(rn);
     std::map<std::pair<int, int>, double> na;
-    for (const auto& [rc, v] : a)
-      if (ni[rc.second] >= 0) na[{rc.first, ni[rc.second]}] = v;
+    for (const auto& [rc, v] : a) {
+      const int r = ofCols ? rc.first : ni[rc.first], c = ofCols ? ni[rc.second] : rc.second;
+      if (r >= 0 && c >= 0) na[{r, c}] = v;
+    }
     a.swap(na);
-    cols = next;
-  }
-  void DelRows(const std::set<int>& drop) {
-    std::vector<int> ni(rows, -1);
-    int next = 0;
-    for (int i = 0; i < rows; ++i)
-      if (!drop.count(i)) ni[i] = next++;
-    auto keep = [&](auto& v) {
-      size_t out = 0;
-      for (int i = 0; i < rows; ++i)
-        if (ni[i] >= 0) v[out++] = v[i];
-      v.resize(out);
-    };
-    keep(rlo), keep(rup), keep(rn);
-    std::map<std::pair<int, int>, double> na;
-    for (const auto& [rc, v] : a)
-      if (ni[rc.first] >= 0) na[{ni[rc.first], rc.second}] = v;
-    a.swap(na);
-    rows = next;
+    count = next;
   }
 };
 
@@ -680,8 +667,7 @@ void Runner::OpDel(Src& in, int s, bool cols) {
   if (!Result(s, rc, call, !valid)) return;
   Snap& w = shadow[s];
   // Unnamed elements move: keep them marked so their default names follow the new positions.
-  if (cols) w.DelCols(drop);
-  else w.DelRows(drop);
+  w.Delete(cols, drop);
   Verify(s, call);
 }
 
@@ -1391,7 +1377,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
 
 #ifdef ZELQ_FUZZ_CALLS_MAIN
 // Seed generator: writes the hand-made programs below into the directory given as argument.
-// Build: c++ -std=c++20 -DZELQ_FUZZ_CALLS_MAIN -Iinclude tests/fuzz/fuzz_calls.cc <engine libs>
+// Build: c++ -std=c++20 -DZELQ_FUZZ_CALLS_MAIN -Iinclude fuzz/fuzz_calls.cc <engine libs>
 namespace {
 
 class Program {

@@ -15,16 +15,6 @@
 
 namespace zelq_fuzz {
 
-// The fixed problem in Prob(0), quiet, with its MPS text.
-inline const std::string& SmallProblemText() {
-  static const std::string text = [] {
-    QuietParams(Prob(0));
-    LoadSmallProblem(Prob(0));
-    return MpsText(Prob(0));
-  }();
-  return text;
-}
-
 // Runs read(prob, file with the input) and checks the outcome; returns the new start (empty
 // when the read failed).
 inline zelq::engine::MipStart FuzzStartFile(const uint8_t* data, size_t size,

@@ -16,12 +16,8 @@ const std::vector<double> kFactors = {0, 3, -1.5, 0, 7};
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+  const std::string& problem = zelq_fuzz::SmallProblemText();
   ZELQprob* prob = zelq_fuzz::Prob(0);
-  static const std::string problem = [prob] {
-    zelq_fuzz::QuietParams(prob);
-    zelq_fuzz::LoadSmallProblem(prob);
-    return zelq_fuzz::MpsText(prob);
-  }();
   prob->problem.branchFactor = kFactors;
   const char* in = zelq_fuzz::WriteInput("in.ord", data, size);
   int rc = ZELQ_ReadOrd(prob, in);

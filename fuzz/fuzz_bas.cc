@@ -21,12 +21,8 @@ const std::vector<int> kRowBasis = {1, 1, 1};
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+  const std::string& problem = zelq_fuzz::SmallProblemText();
   ZELQprob* prob = zelq_fuzz::Prob(0);
-  static const std::string problem = [prob] {
-    zelq_fuzz::QuietParams(prob);
-    zelq_fuzz::LoadSmallProblem(prob);
-    return zelq_fuzz::MpsText(prob);
-  }();
   prob->startColBasis = kColBasis;
   prob->startRowBasis = kRowBasis;
   const char* in = zelq_fuzz::WriteInput("in.bas", data, size);

@@ -165,4 +165,14 @@ inline void LoadSmallProblem(ZELQprob* prob) {
                   LastError(prob).c_str());
 }
 
+// The fixed problem in Prob(0), quiet, with its MPS text.
+inline const std::string& SmallProblemText() {
+  static const std::string text = [] {
+    QuietParams(Prob(0));
+    LoadSmallProblem(Prob(0));
+    return MpsText(Prob(0));
+  }();
+  return text;
+}
+
 }  // namespace zelq_fuzz
