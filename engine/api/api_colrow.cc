@@ -51,7 +51,7 @@ void CommitCols(ZELQprob* prob, int nCol, const double* obj, const Groups& g, co
 int AddColsImpl(ZELQprob* prob, int nCol, const double* obj, const int* beg, const int* cnt,
                 const int* idx, const double* val, const char* type, const double* lower,
                 const double* upper, const char* const* names) {
-  if (int rc = CheckCount(prob, nCol, "columns")) return rc;
+  if (int rc = CheckGrowth(prob, prob->problem.cols(), nCol, "columns")) return rc;
   if (nCol == 0) return ZELQ_RETCODE_OK;
   Groups g;
   if (int rc = CheckGroups(prob, nCol, beg, cnt, idx, val, prob->problem.rows(), "column", &g))
@@ -136,7 +136,7 @@ int ZELQ_AddRows(ZELQprob* prob, int nRow, const int* rowMatBeg, const int* rowM
                  const int* rowMatIdx, const double* rowMatElem, const char* rowSense,
                  const double* rowBound, const double* rowUpper, char const* const* rowNames) {
   return Guard(prob, __func__, [&]() -> int {
-    if (int rc = CheckCount(prob, nRow, "rows")) return rc;
+    if (int rc = CheckGrowth(prob, prob->problem.rows(), nRow, "rows")) return rc;
     if (nRow == 0) return ZELQ_RETCODE_OK;
     Groups g;
     if (int rc = CheckGroups(prob, nRow, rowMatBeg, rowMatCnt, rowMatIdx, rowMatElem,

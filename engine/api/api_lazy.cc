@@ -21,7 +21,7 @@ int AddOne(ZELQprob* prob, ExtraRows& target, int n, const int* idx, const doubl
 int AddMany(ZELQprob* prob, ExtraRows& target, int nRow, const int* beg, const int* cnt,
             const int* idx, const double* val, const char* sense, const double* bound,
             const double* upper, const char* const* names) {
-  if (int rc = CheckCount(prob, nRow, "rows")) return rc;
+  if (int rc = CheckGrowth(prob, target.count(), nRow, "rows")) return rc;
   if (nRow == 0) return ZELQ_RETCODE_OK;
   Groups g;
   if (int rc = CheckGroups(prob, nRow, beg, cnt, idx, val, prob->problem.cols(), "row", &g))

@@ -1,5 +1,6 @@
 #include "api/checks.h"
 
+#include <climits>
 #include <cmath>
 #include <cstring>
 
@@ -8,6 +9,14 @@ namespace zelq::engine {
 int CheckCount(ZELQprob* prob, int num, const char* what) {
   if (num < 0)
     return Fail(prob, ZELQ_RETCODE_INVALID, "count of %s is %d; it must be >= 0", what, num);
+  return ZELQ_RETCODE_OK;
+}
+
+int CheckGrowth(ZELQprob* prob, int have, int num, const char* what) {
+  if (int rc = CheckCount(prob, num, what)) return rc;
+  if (static_cast<int64_t>(have) + num > INT_MAX)
+    return Fail(prob, ZELQ_RETCODE_INVALID, "%d more %s on top of %d exceed the limit of %d", num,
+                what, have, INT_MAX);
   return ZELQ_RETCODE_OK;
 }
 

@@ -14,6 +14,8 @@ namespace zelq::engine {
 inline double NormInf(double v) { return v >= kInf ? kInf : (v <= -kInf ? -kInf : v); }
 
 int CheckCount(ZELQprob* prob, int num, const char* what);
+// CheckCount, and `have` + num within the int range of indices (adding to `have` elements).
+int CheckGrowth(ZELQprob* prob, int have, int num, const char* what);
 // Requires a non-null pointer when num > 0.
 int CheckPtr(ZELQprob* prob, int num, const void* p, const char* what);
 int CheckIndex(ZELQprob* prob, int i, int limit, const char* what);

@@ -1,5 +1,6 @@
 // C-interface tests of columns, rows, coefficients, names, loading and lazy rows: good paths
 // with round trips, and bad input that must give code 3, a message, and no change.
+#include <climits>
 #include <cmath>
 #include <functional>
 #include <limits>
@@ -57,6 +58,8 @@ TEST_F(CoreColRow, BadInputIsRejectedAndChangesNothing) {
       {"AddCol NaN lower", [&](ZELQprob* p) { return ZELQ_AddCol(p, 0, 0, nullptr, nullptr, 'C', kNaN, 1, nullptr); }, 3, "lower bound"},
       {"AddCol duplicate row", [&](ZELQprob* p) { return ZELQ_AddCol(p, 0, 2, i00, v11, 'C', 0, 1, nullptr); }, 3, "twice"},
       {"AddCols negative count", [&](ZELQprob* p) { return ZELQ_AddCols(p, -1, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr); }, 3, "-1"},
+      {"AddCols past the index range", [&](ZELQprob* p) { return ZELQ_AddCols(p, INT_MAX, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr); }, 3, "2147483647 more columns on top of 3 exceed the limit of 2147483647"},
+      {"AddRows past the index range", [&](ZELQprob* p) { return ZELQ_AddRows(p, INT_MAX - 1, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr); }, 3, "2147483646 more rows on top of 2 exceed"},
       {"DelCols out of range", [&](ZELQprob* p) { const int l[] = {0, 3}; return ZELQ_DelCols(p, 2, l); }, 3, "[0, 2]"},
       {"DelCols null list", [&](ZELQprob* p) { return ZELQ_DelCols(p, 1, nullptr); }, 3, "null"},
       {"DelRows negative count", [&](ZELQprob* p) { return ZELQ_DelRows(p, -1, i01); }, 3, "-1"},
