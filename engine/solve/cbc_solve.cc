@@ -43,8 +43,8 @@ int ThreadCount(const ZELQprob* prob) {
   return t <= 0 ? 1 : t;
 }
 
-// Driver arguments for our parameters; withStart: a MIP start is handed to the driver.
-std::vector<std::string> DriverArgs(const ZELQprob* prob, int logLevel, bool withStart) {
+// Driver arguments for our parameters.
+std::vector<std::string> DriverArgs(const ZELQprob* prob, int logLevel) {
   const ParamSet& ps = prob->params;
   std::vector<std::string> a = {"zelq", "-log", std::to_string(logLevel), "-slog",
                                 std::to_string(logLevel > 1 ? 1 : 0)};
@@ -64,18 +64,22 @@ std::vector<std::string> DriverArgs(const ZELQprob* prob, int logLevel, bool wit
   if (!ps.IsDefault(DblParam::IntTol)) add("-integerTolerance", Num(ps.Get(DblParam::IntTol)));
   if (!ps.IsDefault(DblParam::FeasTol)) add("-primalTolerance", Num(ps.Get(DblParam::FeasTol)));
   if (!ps.IsDefault(DblParam::DualTol)) add("-dualTolerance", Num(ps.Get(DblParam::DualTol)));
-  // With a MIP start and preprocessing that drops columns, the driver copies its saved
-  // solutions with the wrong column count and reads past the end of an array (Cbc 2.10, found
-  // by fuzzing under AddressSanitizer). So with a start the pool is the best solution only.
-  if (!withStart) add("-maxSavedSolutions", std::to_string(kPoolSize));
   int threads = ThreadCount(prob);
   if (threads > 1) add("-threads", std::to_string(threads));
+  bool preprocess = true;
   if (ps.Get(IntParam::Presolve) == 0) {
     add("-presolve", "off");
     add("-preprocess", "off");
+    preprocess = false;
   } else if (AnyBranchFactor(prob->problem)) {
     add("-preprocess", "off");  // preprocessing renumbers columns and drops priorities
+    preprocess = false;
   }
+  // Once preprocessing has dropped columns, the driver copies its saved solutions back with the
+  // original column count and reads past the end of their arrays (Cbc 2.10; found by fuzzing
+  // under AddressSanitizer, with and without a MIP start). So further solutions are kept only
+  // without preprocessing; otherwise the pool is the best solution.
+  if (!preprocess) add("-maxSavedSolutions", std::to_string(kPoolSize));
   if (ps.Get(IntParam::Scaling) == 0) add("-scaling", "off");
   if (ps.Get(IntParam::CutLevel) == 0) add("-cuts", "off");
   if (ps.Get(IntParam::HeurLevel) == 0) add("-heuristics", "off");
@@ -209,7 +213,7 @@ void StoreMipResults(ZELQprob* prob, CbcModel& model, const SolveControl& contro
 // Sets up Cbc's driver on the model and runs it with our parameters as arguments.
 void RunDriver(ZELQprob* prob, int level, SolveControl* control, CbcModel* model) {
   const MipStart start = ChooseMipStart(prob);
-  std::vector<std::string> args = DriverArgs(prob, level, !start.empty());
+  std::vector<std::string> args = DriverArgs(prob, level);
   std::vector<const char*> argv;
   for (const std::string& x : args) argv.push_back(x.c_str());
   CbcSolverUsefulData driverData;

@@ -1,7 +1,7 @@
 // Call sequences that once broke the engine: a problem copy sharing its source's name index,
-// basis operations on an LP without rows, a MIP start combined with a lazy constraint that lets
-// preprocessing drop a column, and problems that did not read back from the files they were
-// written to. Each case is the smallest form of an input the call-sequence fuzz target found.
+// basis operations on an LP without rows, MIPs whose preprocessing drops a column (with a MIP
+// start and a lazy constraint, or a column fixed by its bounds), and problems that did not read
+// back from the files they were written to. Each case is the smallest form of an input the call-sequence fuzz target found.
 #include <gtest/gtest.h>
 #include <unistd.h>
 
@@ -146,6 +146,44 @@ TEST(CallSequence, MipStartWithALazyConstraintThatFixesAColumn) {
       EXPECT_EQ(status, ZELQ_OPTIMAL);
       EXPECT_NEAR(objVal, 25.0, 1e-6);
       EXPECT_GE(pool, 1);
+    }
+  }
+}
+
+// min -a - 2y + x with a integer in [0, 10], y in [0, 4], x binary fixed at 1 by its bounds;
+// a + y <= 4 and 3y <= 10. Preprocessing drops x, and Cbc 2.10 then copied its saved solutions
+// back with the original column count (read past their arrays under AddressSanitizer; no MIP
+// start involved). Optimum -6 at a = 1, y = 3. Without preprocessing the pool may hold more
+// solutions, each feasible and no better than the first.
+TEST(CallSequence, MipWhosePreprocessingDropsAFixedColumn) {
+  for (int presolve : {-1, 0}) {
+    SCOPED_TRACE("Presolve " + std::to_string(presolve));
+    Quiet p;
+    const int beg[] = {0, 1, 3}, cnt[] = {1, 2, 0}, idx[] = {0, 0, 1};
+    const double val[] = {1, 1, 3}, obj[] = {-1, -2, 1}, lo[] = {0, 0, 1}, up[] = {10, 4, 1},
+                 rhs[] = {4, 10};
+    const char type[] = {'I', 'C', 'B'}, sense[] = {'L', 'L'};
+    ASSERT_EQ(ZELQ_LoadProb(p, 3, 2, ZELQ_MINIMIZE, 0, obj, beg, cnt, idx, val, type, lo, up,
+                            sense, rhs, nullptr, nullptr, nullptr),
+              0);
+    ASSERT_EQ(ZELQ_SetIntParam(p, "Presolve", presolve), 0);
+    ASSERT_EQ(ZELQ_Solve(p), 0);
+    int status = 0, pool = 0;
+    double objVal = 0;
+    ASSERT_EQ(ZELQ_GetIntAttr(p, "Status", &status), 0);
+    ASSERT_EQ(ZELQ_GetDblAttr(p, "ObjVal", &objVal), 0);
+    ASSERT_EQ(ZELQ_GetIntAttr(p, "PoolSols", &pool), 0);
+    EXPECT_EQ(status, ZELQ_OPTIMAL);
+    EXPECT_NEAR(objVal, -6.0, 1e-6);
+    ASSERT_GE(pool, 1);
+    for (int i = 0; i < pool; ++i) {
+      double x[3] = {}, v = 0;
+      ASSERT_EQ(ZELQ_GetPoolSolution(p, i, 3, nullptr, x), 0);
+      ASSERT_EQ(ZELQ_GetPoolObjVal(p, i, &v), 0);
+      EXPECT_NEAR(v, -x[0] - 2 * x[1] + x[2], 1e-6);
+      EXPECT_GE(v, -6.0 - 1e-6);
+      EXPECT_LE(x[0] + x[1], 4 + 1e-6);
+      EXPECT_NEAR(x[2], 1.0, 1e-9);
     }
   }
 }
