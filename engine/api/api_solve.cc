@@ -36,10 +36,21 @@ int CheckBasisCodes(ZELQprob* prob, int n, const int* codes, const char* what) {
 }
 
 // Clp stops the whole process (an assertion) on objective coefficients of 1e25 and more in
-// magnitude, so a solve refuses them first.
+// magnitude, and Cbc's preprocessing (CglProbing) on finite bounds near the infinity of 1e30
+// (seen from 1e28 on, for a column fixed by its bounds or by a row). So a solve refuses such
+// coefficients, and a MIP solve such bounds, before the solver sees them.
 constexpr double kSolverMaxObj = 1e25;
+constexpr double kMipMaxBound = 1e25;
 
-int CheckSolvable(ZELQprob* prob) {
+// The first finite bound in lower/upper of magnitude kMipMaxBound or more; -1 when none.
+int HugeBound(const std::vector<double>& lower, const std::vector<double>& upper) {
+  auto huge = [](double v) { return std::fabs(v) >= kMipMaxBound && std::fabs(v) < kInf; };
+  for (size_t k = 0; k < lower.size(); ++k)
+    if (huge(lower[k]) || huge(upper[k])) return static_cast<int>(k);
+  return -1;
+}
+
+int CheckSolvable(ZELQprob* prob, bool mip) {
   const Problem& p = prob->problem;
   for (int j = 0; j < p.cols(); ++j)
     if (std::fabs(p.obj[j]) >= kSolverMaxObj)
@@ -47,6 +58,17 @@ int CheckSolvable(ZELQprob* prob) {
                   "objective coefficient %g of column %d is too large to solve (the solver takes "
                   "magnitudes below 1e25)",
                   p.obj[j], j);
+  if (!mip) return ZELQ_RETCODE_OK;
+  int k = HugeBound(p.colLower, p.colUpper);
+  const bool cols = k >= 0;
+  if (!cols) k = HugeBound(p.rowLower, p.rowUpper);
+  if (k >= 0) {
+    const double lo = cols ? p.colLower[k] : p.rowLower[k], up = cols ? p.colUpper[k] : p.rowUpper[k];
+    return Fail(prob, ZELQ_RETCODE_INVALID,
+                "bounds [%g, %g] of %s %d are too large for a MIP solve (the MIP solver takes "
+                "finite bounds below 1e25 in magnitude; 1e30 means no bound)",
+                lo, up, cols ? "column" : "row", k);
+  }
   return ZELQ_RETCODE_OK;
 }
 
@@ -76,15 +98,16 @@ extern "C" {
 
 int ZELQ_Solve(ZELQprob* prob) {
   return Guard(prob, __func__, [&]() -> int {
-    if (int rc = CheckSolvable(prob)) return rc;
+    const bool mip = prob->problem.IsMip();
+    if (int rc = CheckSolvable(prob, mip)) return rc;
     SolvingFlag busy(prob);
-    return prob->problem.IsMip() ? SolveMip(prob) : SolveLp(prob);
+    return mip ? SolveMip(prob) : SolveLp(prob);
   });
 }
 
 int ZELQ_SolveLp(ZELQprob* prob) {
   return Guard(prob, __func__, [&]() -> int {
-    if (int rc = CheckSolvable(prob)) return rc;
+    if (int rc = CheckSolvable(prob, false)) return rc;
     SolvingFlag busy(prob);
     return SolveLp(prob);
   });

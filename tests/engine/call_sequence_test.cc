@@ -114,6 +114,60 @@ TEST(CallSequence, SolvesRefuseObjectivesTheSolverCannotTake) {
   EXPECT_DOUBLE_EQ(objVal, -9.99e24);
 }
 
+// max 3y - 3.5x with x integer, 0 <= y - x <= 0.25 and x fixed at a huge value, once by its
+// bounds and once by a row: Cbc's preprocessing stopped the process (an assertion in CglProbing)
+// from about 1e28 on. A MIP solve refuses finite bounds from 1e25 on; the LP relaxation still
+// solves, and just below the limit so does the MIP (optimum -0.5 x at y = x).
+TEST(CallSequence, MipSolvesRefuseBoundsNearInfinity) {
+  for (bool byRow : {false, true}) {
+    SCOPED_TRACE(byRow ? "fixed by a row" : "fixed by its bounds");
+    Quiet p;
+    const double huge = 1e29;
+    // Row 0 is y - x in [0, 0.25]; row 1 (byRow only) is x = huge.
+    const int beg[] = {0, byRow ? 2 : 1}, cnt[] = {byRow ? 2 : 1, 1};
+    const int i1[] = {0, 1, 0}, i0[] = {0, 0};
+    const int* idx = byRow ? i1 : i0;
+    const double v1[] = {-1, 1, 1}, v0[] = {-1, 1};
+    const double* val = byRow ? v1 : v0;
+    const double obj[] = {-3.5, 3}, lo[] = {byRow ? 0 : huge, 0},
+                 up[] = {byRow ? ZELQ_INFINITY : huge, ZELQ_INFINITY}, rb[] = {0, huge},
+                 ru[] = {0.25, huge};
+    const char type[] = {'I', 'C'}, sense[] = {'R', 'E'};
+    ASSERT_EQ(ZELQ_LoadProb(p, 2, byRow ? 2 : 1, ZELQ_MAXIMIZE, 0, obj, beg, cnt, idx, val, type,
+                            lo, up, sense, rb, ru, nullptr, nullptr),
+              0);
+    EXPECT_EQ(ZELQ_Solve(p), ZELQ_RETCODE_INVALID);
+    char err[256] = "";
+    ASSERT_EQ(ZELQ_GetLastError(p, err, sizeof err), 0);
+    EXPECT_STREQ(err, byRow ? "ZELQ_Solve: bounds [1e+29, 1e+29] of row 1 are too large for a MIP "
+                              "solve (the MIP solver takes finite bounds below 1e25 in magnitude; "
+                              "1e30 means no bound)"
+                            : "ZELQ_Solve: bounds [1e+29, 1e+29] of column 0 are too large for a "
+                              "MIP solve (the MIP solver takes finite bounds below 1e25 in "
+                              "magnitude; 1e30 means no bound)");
+    int status = -1;
+    ASSERT_EQ(ZELQ_GetIntAttr(p, "Status", &status), 0);
+    EXPECT_EQ(status, ZELQ_UNSTARTED);
+    EXPECT_EQ(ZELQ_SolveLp(p), 0);
+    const double below = 9.99e24;
+    const int first[] = {0};
+    if (byRow) {
+      const int row[] = {1};
+      ASSERT_EQ(ZELQ_SetRowLower(p, 1, row, &below), 0);
+      ASSERT_EQ(ZELQ_SetRowUpper(p, 1, row, &below), 0);
+    } else {
+      ASSERT_EQ(ZELQ_SetColLower(p, 1, first, &below), 0);
+      ASSERT_EQ(ZELQ_SetColUpper(p, 1, first, &below), 0);
+    }
+    ASSERT_EQ(ZELQ_Solve(p), 0);
+    double objVal = 0;
+    ASSERT_EQ(ZELQ_GetIntAttr(p, "Status", &status), 0);
+    ASSERT_EQ(ZELQ_GetDblAttr(p, "ObjVal", &objVal), 0);
+    EXPECT_EQ(status, ZELQ_OPTIMAL);
+    EXPECT_NEAR(objVal, -0.5 * below, 1e-6 * below);
+  }
+}
+
 // max 7x + 4y + 3z  s.t. 2x + 3y + z <= 10, 1 <= 4x + y <= 100, x binary, y integer <= 10, z >= 0,
 // with the lazy constraint x <= 0.5 (so preprocessing fixes x = 0 and drops it): the second
 // row then needs y >= 1, and the optimum is y = 1, z = 7 with value 25.
