@@ -113,7 +113,7 @@ class MpsReader {
   int objRow_ = -1;
   std::string objName_;  // from OBJNAME
   std::vector<double> rhs_, range_;
-  std::vector<char> hasRange_;
+  std::vector<int> rangeLine_;  // line of each row's range; 0 for none
 
   std::unordered_map<std::string, int> colIndex_;
   std::vector<ColState> colState_;
@@ -406,7 +406,7 @@ int MpsReader::RhsLine(const Fields& d, bool ranges) {
   if (rhs_.empty()) {
     rhs_.assign(rowType_.size(), 0.0);
     range_.assign(rowType_.size(), 0.0);
-    hasRange_.assign(rowType_.size(), 0);
+    rangeLine_.assign(rowType_.size(), 0);
   }
   for (int pair = 0; pair < 2; ++pair) {
     std::string_view rowName = d.f[2 + 2 * pair], text = d.f[3 + 2 * pair];
@@ -423,7 +423,7 @@ int MpsReader::RhsLine(const Fields& d, bool ranges) {
         continue;
       }
       range_[r] = v;
-      hasRange_[r] = 1;
+      rangeLine_[r] = lineNo_;
     } else if (r == objRow_) {
       if (std::fabs(v) >= 1e30) return Fail(3, "infinite objective constant");
       out_.objConst = -v;
@@ -519,7 +519,7 @@ int MpsReader::Finish() {
     double lo = b, up = b;
     if (rowType_[r] == 'L') lo = -kInf;
     if (rowType_[r] == 'G') up = kInf;
-    if (!hasRange_.empty() && hasRange_[r]) {
+    if (!rangeLine_.empty() && rangeLine_[r] > 0) {
       double R = range_[r];
       if (rowType_[r] == 'G') {
         up = b + std::fabs(R);
@@ -529,6 +529,13 @@ int MpsReader::Finish() {
         up = b + R;
       } else if (R < 0.0) {
         lo = b + R;
+      }
+      // A range measured from an infinite right-hand side (an L row "<= +inf", a G row
+      // ">= -inf") puts the other bound at infinity too: no value satisfies the row.
+      if (lo >= kInf || up <= -kInf) {
+        lineNo_ = rangeLine_[r];
+        return Fail(3, std::string("range on ") + rowType_[r] + " row " +
+                           Quote(out_.rowNames[t]) + " whose right-hand side is infinite");
       }
     }
     out_.rowLower[t] = lo <= -kInf ? -kInf : lo;

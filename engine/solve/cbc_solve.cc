@@ -4,6 +4,7 @@
 // driver arguments; interrupts, the wall-clock limit and logging go through handlers.
 #include <algorithm>
 #include <cmath>
+#include <cstdio>
 #include <mutex>
 #include <string>
 #include <vector>
@@ -210,6 +211,33 @@ void StoreMipResults(ZELQprob* prob, CbcModel& model, const SolveControl& contro
                   : 1e30;
 }
 
+// Integer columns take integer values only, so their bounds are rounded inward (within the
+// integrality tolerance) before Cbc sees them: an integer column fixed at a fractional value made
+// Cbc stop the process (an assertion in its solution check) when a time limit ended the search
+// at once. Returns the first column left with no integer between its bounds, or -1.
+int RoundIntegerBounds(CoinLpData* d, double intTol) {
+  for (int j = 0; j < d->cols; ++j) {
+    if (!d->isInt[j]) continue;
+    d->colLower[j] = std::ceil(d->colLower[j] - intTol);
+    d->colUpper[j] = std::floor(d->colUpper[j] + intTol);
+    if (d->colLower[j] > d->colUpper[j]) return j;
+  }
+  return -1;
+}
+
+// The result of a MIP that integer column j makes infeasible on its own.
+void StoreNoIntegerValue(ZELQprob* prob, int j) {
+  const Problem& p = prob->problem;
+  Solution& s = prob->solution;
+  s.status = s.mipStatus = ZELQ_INFEASIBLE;
+  s.bestObj = s.bestBnd = p.objSense * 1e30;
+  char line[200];
+  std::snprintf(line, sizeof line,
+                "Integer column %d has no integer value in [%g, %g]: the problem is infeasible", j,
+                p.colLower[j], p.colUpper[j]);
+  prob->log.Line(line);
+}
+
 // Sets up Cbc's driver on the model and runs it with our parameters as arguments.
 void RunDriver(ZELQprob* prob, int level, SolveControl* control, CbcModel* model) {
   const MipStart start = ChooseMipStart(prob);
@@ -245,6 +273,11 @@ int SolveMip(ZELQprob* prob) {
 
   CoinLpData d;
   BuildCoinData(prob->problem, false, &d);
+  if (int j = RoundIntegerBounds(&d, ps.Get(DblParam::IntTol)); j >= 0) {
+    StoreNoIntegerValue(prob, j);
+    prob->solution.solvingTime = control.Elapsed();
+    return ZELQ_RETCODE_OK;
+  }
   OsiClpSolverInterface osi;
   osi.passInMessageHandler(&handler);
   LoadSolver(prob, d, &osi);

@@ -168,6 +168,45 @@ TEST(CallSequence, MipSolvesRefuseBoundsNearInfinity) {
   }
 }
 
+// An integer column fixed at -0.75 by its bounds: with a time limit of 0 Cbc stopped the process
+// (an assertion in its solution check). Bounds without an integer between them make the MIP
+// infeasible, with or without a limit; fractional bounds around integers are rounded inward.
+TEST(CallSequence, IntegerColumnsWithFractionalBounds) {
+  struct Case {
+    double lo, up;
+    int sense, status;
+    double obj;
+  } cases[] = {
+      {-0.75, -0.75, ZELQ_MINIMIZE, ZELQ_INFEASIBLE, 0},
+      {0.25, 0.75, ZELQ_MAXIMIZE, ZELQ_INFEASIBLE, 0},
+      {0.3, 2.7, ZELQ_MINIMIZE, ZELQ_OPTIMAL, 1},
+      {0.3, 2.7, ZELQ_MAXIMIZE, ZELQ_OPTIMAL, 2},
+      {-1.000001, 0.9999999, ZELQ_MINIMIZE, ZELQ_OPTIMAL, -1},
+  };
+  for (const Case& c : cases) {
+    for (double limit : {0.0, 60.0}) {
+      SCOPED_TRACE(std::to_string(c.lo) + " .. " + std::to_string(c.up) + ", sense " +
+                   std::to_string(c.sense) + ", TimeLimit " + std::to_string(limit));
+      Quiet p;
+      const double obj[] = {1};
+      const char type[] = {'I'};
+      ASSERT_EQ(ZELQ_AddCols(p, 1, obj, nullptr, nullptr, nullptr, nullptr, type, &c.lo, &c.up,
+                             nullptr),
+                0);
+      ASSERT_EQ(ZELQ_SetObjSense(p, c.sense), 0);
+      ASSERT_EQ(ZELQ_SetDblParam(p, "TimeLimit", limit), 0);
+      ASSERT_EQ(ZELQ_Solve(p), 0);
+      int status = -1;
+      ASSERT_EQ(ZELQ_GetIntAttr(p, "Status", &status), 0);
+      if (limit > 0 || c.status == ZELQ_INFEASIBLE) EXPECT_EQ(status, c.status);
+      if (status != ZELQ_OPTIMAL) continue;
+      double objVal = 0;
+      ASSERT_EQ(ZELQ_GetDblAttr(p, "ObjVal", &objVal), 0);
+      EXPECT_NEAR(objVal, c.obj, 1e-9);
+    }
+  }
+}
+
 // max 7x + 4y + 3z  s.t. 2x + 3y + z <= 10, 1 <= 4x + y <= 100, x binary, y integer <= 10, z >= 0,
 // with the lazy constraint x <= 0.5 (so preprocessing fixes x = 0 and drops it): the second
 // row then needs y >= 1, and the optimum is y = 1, z = 7 with value 25.

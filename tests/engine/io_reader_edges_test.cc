@@ -81,6 +81,17 @@ TEST(ReaderEdges, MpsRightHandSideInfiniteOnTheWrongSide) {
   };
   for (const Case& c : bad) ExpectError(Mps(head + c.rhs + "ENDATA\n"), c.rhs, "t.mps:11:", c.what);
 
+  // A range measured from the infinite side has its other end at infinity too; the error names
+  // the range's line, whether RANGES comes after RHS or before it.
+  const std::string infRhs = " rhs l 1e30 g -1e30\n";
+  ExpectError(Mps(head + infRhs + "RANGES\n rng l 1000\nENDATA\n"), "L range", "t.mps:13:",
+              "range on L row 'l' whose right-hand side is infinite");
+  ExpectError(Mps(head + infRhs + "RANGES\n rng e 1 g -5\nENDATA\n"), "G range", "t.mps:13:",
+              "range on G row 'g' whose right-hand side is infinite");
+  const std::string cols = "NAME t\nROWS\n N obj\n L l\nCOLUMNS\n x obj 1 l 1\n";
+  ExpectError(Mps(cols + "RANGES\n rng l 4\nRHS\n rhs l 1e30\nENDATA\n"), "RANGES first",
+              "t.mps:8:", "range on L row 'l' whose right-hand side is infinite");
+
   // The right infinity makes a row free on that side; a range on an E row may be infinite.
   Parsed ok = Mps(head + " rhs l 1e30 g -1e30\n rhs e 2\nRANGES\n rng e -1e30\nENDATA\n");
   ASSERT_EQ(ok.rc, 0) << ok.err;
