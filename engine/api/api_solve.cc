@@ -63,7 +63,8 @@ int CheckSolvable(ZELQprob* prob, bool mip) {
   const bool cols = k >= 0;
   if (!cols) k = HugeBound(p.rowLower, p.rowUpper);
   if (k >= 0) {
-    const double lo = cols ? p.colLower[k] : p.rowLower[k], up = cols ? p.colUpper[k] : p.rowUpper[k];
+    const double lo = cols ? p.colLower[k] : p.rowLower[k];
+    const double up = cols ? p.colUpper[k] : p.rowUpper[k];
     return Fail(prob, ZELQ_RETCODE_INVALID,
                 "bounds [%g, %g] of %s %d are too large for a MIP solve (the MIP solver takes "
                 "finite bounds below 1e25 in magnitude; 1e30 means no bound)",

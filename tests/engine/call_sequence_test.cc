@@ -1,7 +1,8 @@
 // Call sequences that once broke the engine: a problem copy sharing its source's name index,
-// basis operations on an LP without rows, MIPs whose preprocessing drops a column (with a MIP
-// start and a lazy constraint, or a column fixed by its bounds), and problems that did not read
-// back from the files they were written to. Each case is the smallest form of an input the call-sequence fuzz target found.
+// basis operations on an LP without rows, MIPs that stopped Cbc or made it overrun an array
+// (preprocessing dropping a column, bounds near infinity, an integer column fixed at a fraction),
+// and problems that did not read back from the files they were written to. Each case is the
+// smallest form of an input the call-sequence fuzz target found.
 #include <gtest/gtest.h>
 #include <unistd.h>
 
