@@ -24,6 +24,20 @@ std::string Scratch(const char* ext) {
   return "/tmp/zelq_callseq_" + std::to_string(::getpid()) + ext;
 }
 
+// Solves p and reads the status, the objective value and the pool size (-1 where unreadable).
+struct MipResult {
+  int status = -1, pool = -1;
+  double obj = 0;
+};
+MipResult SolveMip(ZELQprob* p) {
+  MipResult r;
+  EXPECT_EQ(ZELQ_Solve(p), 0);
+  EXPECT_EQ(ZELQ_GetIntAttr(p, "Status", &r.status), 0);
+  EXPECT_EQ(ZELQ_GetDblAttr(p, "ObjVal", &r.obj), 0);
+  EXPECT_EQ(ZELQ_GetIntAttr(p, "PoolSols", &r.pool), 0);
+  return r;
+}
+
 TEST(CallSequence, CopiedNamesKeepTheirOwnIndex) {
   using zelq::engine::NameList;
   auto source = std::make_unique<NameList>();
@@ -196,14 +210,13 @@ TEST(CallSequence, IntegerColumnsWithFractionalBounds) {
                 0);
       ASSERT_EQ(ZELQ_SetObjSense(p, c.sense), 0);
       ASSERT_EQ(ZELQ_SetDblParam(p, "TimeLimit", limit), 0);
-      ASSERT_EQ(ZELQ_Solve(p), 0);
-      int status = -1;
-      ASSERT_EQ(ZELQ_GetIntAttr(p, "Status", &status), 0);
-      if (limit > 0 || c.status == ZELQ_INFEASIBLE) EXPECT_EQ(status, c.status);
-      if (status != ZELQ_OPTIMAL) continue;
-      double objVal = 0;
-      ASSERT_EQ(ZELQ_GetDblAttr(p, "ObjVal", &objVal), 0);
-      EXPECT_NEAR(objVal, c.obj, 1e-9);
+      const MipResult r = SolveMip(p);
+      if (limit > 0 || c.status == ZELQ_INFEASIBLE) {
+        EXPECT_EQ(r.status, c.status);
+      }
+      if (r.status == ZELQ_OPTIMAL) {
+        EXPECT_NEAR(r.obj, c.obj, 1e-9);
+      }
     }
   }
 }
@@ -231,15 +244,10 @@ TEST(CallSequence, MipStartWithALazyConstraintThatFixesAColumn) {
       const int li[] = {0};
       const double lv[] = {1};
       ASSERT_EQ(ZELQ_AddLazyConstr(p, 1, li, lv, 'L', 0.5, 0, nullptr), 0);
-      ASSERT_EQ(ZELQ_Solve(p), 0);
-      int status = 0, pool = 0;
-      double objVal = 0;
-      ASSERT_EQ(ZELQ_GetIntAttr(p, "Status", &status), 0);
-      ASSERT_EQ(ZELQ_GetDblAttr(p, "ObjVal", &objVal), 0);
-      ASSERT_EQ(ZELQ_GetIntAttr(p, "PoolSols", &pool), 0);
-      EXPECT_EQ(status, ZELQ_OPTIMAL);
-      EXPECT_NEAR(objVal, 25.0, 1e-6);
-      EXPECT_GE(pool, 1);
+      const MipResult r = SolveMip(p);
+      EXPECT_EQ(r.status, ZELQ_OPTIMAL);
+      EXPECT_NEAR(r.obj, 25.0, 1e-6);
+      EXPECT_GE(r.pool, 1);
     }
   }
 }
@@ -261,16 +269,11 @@ TEST(CallSequence, MipWhosePreprocessingDropsAFixedColumn) {
                             sense, rhs, nullptr, nullptr, nullptr),
               0);
     ASSERT_EQ(ZELQ_SetIntParam(p, "Presolve", presolve), 0);
-    ASSERT_EQ(ZELQ_Solve(p), 0);
-    int status = 0, pool = 0;
-    double objVal = 0;
-    ASSERT_EQ(ZELQ_GetIntAttr(p, "Status", &status), 0);
-    ASSERT_EQ(ZELQ_GetDblAttr(p, "ObjVal", &objVal), 0);
-    ASSERT_EQ(ZELQ_GetIntAttr(p, "PoolSols", &pool), 0);
-    EXPECT_EQ(status, ZELQ_OPTIMAL);
-    EXPECT_NEAR(objVal, -6.0, 1e-6);
-    ASSERT_GE(pool, 1);
-    for (int i = 0; i < pool; ++i) {
+    const MipResult r = SolveMip(p);
+    EXPECT_EQ(r.status, ZELQ_OPTIMAL);
+    EXPECT_NEAR(r.obj, -6.0, 1e-6);
+    ASSERT_GE(r.pool, 1);
+    for (int i = 0; i < r.pool; ++i) {
       double x[3] = {}, v = 0;
       ASSERT_EQ(ZELQ_GetPoolSolution(p, i, 3, nullptr, x), 0);
       ASSERT_EQ(ZELQ_GetPoolObjVal(p, i, &v), 0);
