@@ -9,7 +9,8 @@
 #   scripts/fuzz.sh list                      the targets
 #
 # Targets are found by name: fuzz/fuzz_*.cc. The build directory is build/fuzz (or
-# $ZELQ_FUZZ_BUILD). Extra libFuzzer options may follow in $ZELQ_FUZZ_OPTS.
+# $ZELQ_FUZZ_BUILD). A target's own options are in fuzz/TARGET.options; extra libFuzzer
+# options may follow in $ZELQ_FUZZ_OPTS.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 root=$(pwd)
@@ -17,7 +18,7 @@ build="${ZELQ_FUZZ_BUILD:-$root/build/fuzz}"
 jobs="${ZELQ_FUZZ_JOBS:-2}"
 
 usage() {
-  sed -n '2,12p' "$0" | sed 's/^# \{0,1\}//'
+  sed -n '2,13p' "$0" | sed 's/^# \{0,1\}//'
   exit 2
 }
 
@@ -62,9 +63,13 @@ clean_stale_inputs() {
   done
 }
 
-dict_opts() {
+# Options of one target: its dictionary (fuzz/TARGET.dict) and the libFuzzer flags listed in
+# fuzz/TARGET.options, one per line ('#' starts a comment). $ZELQ_FUZZ_OPTS comes later on
+# the command line, so it overrides them.
+target_opts() {
   local t=$1
   if [ -f "$root/fuzz/$t.dict" ]; then echo "-dict=$root/fuzz/$t.dict"; fi
+  if [ -f "$root/fuzz/$t.options" ]; then sed -e 's/#.*//' -e '/^[[:space:]]*$/d' "$root/fuzz/$t.options"; fi
 }
 
 run_ci() {
@@ -82,7 +87,7 @@ run_ci() {
     if [ -d "$root/fuzz/regress/$t" ]; then inputs+=("$root/fuzz/regress/$t"); fi
     local rc=0
     # shellcheck disable=SC2046,SC2086
-    "$build/fuzz/$t" "${common_opts[@]}" $(dict_opts "$t") -max_total_time="$seconds" \
+    "$build/fuzz/$t" "${common_opts[@]}" $(target_opts "$t") -max_total_time="$seconds" \
       -artifact_prefix="$work/$t/artifacts/" ${ZELQ_FUZZ_OPTS:-} "${inputs[@]}" \
       >"$work/$t/log" 2>&1 || rc=$?
     local execs
@@ -136,7 +141,7 @@ run_one() {
   start=$(date +%s)
   set +e
   # shellcheck disable=SC2046,SC2086
-  "$build/fuzz/$t" "${common_opts[@]}" $(dict_opts "$t") "${limit[@]}" \
+  "$build/fuzz/$t" "${common_opts[@]}" $(target_opts "$t") "${limit[@]}" \
     -artifact_prefix="$artifacts/" ${ZELQ_FUZZ_OPTS:-} "${inputs[@]}" 2>&1 | tee "$log" |
     grep -a --line-buffered -E '^#[0-9]+.*(pulse|DONE)|ERROR|fuzz invariant|runtime error|Test unit'
   rc=${PIPESTATUS[0]}
