@@ -24,7 +24,8 @@ std::string Scratch(const char* ext) {
   return "/tmp/zelq_callseq_" + std::to_string(::getpid()) + ext;
 }
 
-// Solves p and reads the status, the objective value and the pool size (-1 where unreadable).
+// Solves p and reads the status, the objective value and the pool size; each read must succeed
+// (the engine answers them after any finished solve, infeasible ones included).
 struct MipResult {
   int status = -1, pool = -1;
   double obj = 0;
