@@ -1027,10 +1027,27 @@ void Runner::CheckOptimal(int s) {
     Fail("Solve", "ObjVal " + std::to_string(objVal) + " but c'x + constant = " + std::to_string(cx));
 }
 
+// Prints the problem about to be solved (as MPS) and its non-default parameters, so that a
+// traced input shows what the solver was given.
+void TraceProblem(ZELQprob* p, const std::string& stem) {
+  const std::string mps = stem + ".trace.mps", prm = stem + ".trace.prm";
+  const int mpsRc = ZELQ_WriteMps(p, mps.c_str()), prmRc = ZELQ_WriteParam(p, prm.c_str());
+  for (const auto& [path, rc] : {std::pair{mps, mpsRc}, std::pair{prm, prmRc}}) {
+    std::fprintf(stderr, "--- %s before the solve (write rc %d)\n", path.c_str(), rc);
+    if (FILE* f = std::fopen(path.c_str(), "r")) {
+      char buf[4096];
+      for (size_t n; (n = std::fread(buf, 1, sizeof buf, f)) > 0;) std::fwrite(buf, 1, n, stderr);
+      std::fclose(f);
+    }
+    ::unlink(path.c_str());
+  }
+}
+
 void Runner::OpSolve(Src& in, int s) {
   const int how = in.U8() % 3;
   if (slot[s] && ++solves > kMaxSolves) return;
   if (slot[s] && (shadow[s].cols > kMaxDim || shadow[s].rows > kMaxDim)) return;
+  if (slot[s] && std::getenv("ZELQ_FUZZ_TRACE")) TraceProblem(slot[s], file);
   const int rc = how == 2 ? ZELQ_SolveLp(slot[s]) : ZELQ_Solve(slot[s]);
   if (!Result(s, rc, "Solve")) return;
   Verify(s, "Solve");

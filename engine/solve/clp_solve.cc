@@ -3,8 +3,6 @@
 // basis, status mapping, and the cache for later basis operations.
 #include <memory>
 
-#include "ClpCholeskyBase.hpp"
-#include "ClpInterior.hpp"
 #include "ClpSimplex.hpp"
 #include "ClpSolve.hpp"
 #include "api/guard.h"
@@ -61,29 +59,12 @@ bool ApplyStartBasis(ZELQprob* prob, const CoinLpData& d, ClpSimplex* m) {
   return true;
 }
 
-// Interior point method followed (optionally) by a primal crossover to a basis.
-void RunBarrier(ZELQprob* prob, ClpSimplex* m, LpRun* run) {
-  ClpInterior barrier;
-  ClpEventHandler plain;
-  barrier.passInEventHandler(&plain);  // borrowModel asserts without one
-  barrier.borrowModel(*m);
-  barrier.setCholesky(new ClpCholeskyBase());
-  barrier.setMaximumBarrierIterations(prob->params.Get(IntParam::BarIterLimit));
-  barrier.primalDual();
-  run->barrierIter = barrier.numberIterations();
-  int status = barrier.status();
-  barrier.returnModel(*m);
-  m->setNumberIterations(0);  // from here on only simplex iterations are counted
-  if (run->crossover || status != 0) {
-    m->primal(1);  // crossover: values pass from the interior point
-  } else {
-    m->setProblemStatus(status);
-    run->basisValid = false;
-  }
-}
-
 void RunAlgorithm(ZELQprob* prob, ClpSimplex* m, LpRun* run) {
-  if (run->method == ZELQ_LPMETHOD_BARRIER) return RunBarrier(prob, m, run);
+  if (run->method == ZELQ_LPMETHOD_BARRIER) {
+    run->barrierIter = RunClpBarrier(m, prob->params.Get(IntParam::BarIterLimit), run->crossover,
+                                     &run->basisValid);
+    return;
+  }
   const bool primal = run->method == ZELQ_LPMETHOD_PRIMALSIMPLEX;
   if (run->warm) {
     primal ? m->primal(0) : m->dual(0);

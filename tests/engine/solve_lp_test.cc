@@ -98,6 +98,80 @@ TEST(SolveLp, EveryMethodReachesTheSameOptimum) {
   EXPECT_NE(LastError(prob).find("LpMethod 0"), std::string::npos) << LastError(prob);
 }
 
+// Clp's barrier aborts the process ("primal off to infinity") on LPs with an empty free row
+// next to columns in no row; the barrier runs without such rows and columns and fills them in.
+TEST(SolveLp, BarrierLeavesOutEmptyRowsAndColumnsAndFillsThemIn) {
+  // The smallest LP found to abort: -x1 = 0, an empty free row, two columns in no row.
+  Dense abort;
+  abort.m = 2, abort.n = 3;
+  abort.a = {-1, 0, 0, 0, 0, 0};
+  abort.obj = {0, 0, 0};
+  abort.colLo = {0, 0, 0};
+  abort.colUp = {1e30, 1e30, 1e30};
+  abort.rowLo = {0, -1e30};
+  abort.rowUp = {0, 1e30};
+  // min x0 + 2 x3 - x4 + 10 s.t. r0: x0 - x1 = 1, r1 free and empty, r2 in [-1, 5] and empty;
+  // x2, x3, x4 in no row. Optimum x = (1, 0, 0, -3, 7), objective 1 - 6 - 7 + 10 = -2.
+  Dense d;
+  d.m = 3, d.n = 5;
+  d.a = {1, -1, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0};
+  d.obj = {1, 0, 0, 2, -1};
+  d.objConst = 10;
+  d.colLo = {0, 0, 0, -3, 1};
+  d.colUp = {1e30, 1e30, 1e30, 4, 7};
+  d.rowLo = {1, -1e30, -1};
+  d.rowUp = {1, 1e30, 5};
+  for (int sense : {ZELQ_MINIMIZE, ZELQ_MAXIMIZE}) {
+    const double s = sense == ZELQ_MINIMIZE ? 1.0 : -1.0;
+    Dense ds = d;
+    ds.sense = sense;
+    for (double& c : ds.obj) c *= s;
+    for (int crossover : {-1, 0}) {
+      SCOPED_TRACE(testing::Message() << "sense " << sense << " crossover " << crossover);
+      QuietProb small;
+      ASSERT_EQ(Load(small, abort), 0);
+      ASSERT_EQ(ZELQ_SetIntParam(small, "LpMethod", ZELQ_LPMETHOD_BARRIER), 0);
+      ASSERT_EQ(ZELQ_SetIntParam(small, "Crossover", crossover), 0);
+      ASSERT_EQ(ZELQ_Solve(small), 0);
+      EXPECT_EQ(IntAttr(small, "Status"), ZELQ_OPTIMAL);
+
+      QuietProb prob;
+      ASSERT_EQ(Load(prob, ds), 0);
+      ASSERT_EQ(ZELQ_SetIntParam(prob, "LpMethod", ZELQ_LPMETHOD_BARRIER), 0);
+      ASSERT_EQ(ZELQ_SetIntParam(prob, "Crossover", crossover), 0);
+      ASSERT_EQ(ZELQ_Solve(prob), 0);
+      ASSERT_EQ(IntAttr(prob, "Status"), ZELQ_OPTIMAL);
+      EXPECT_GT(IntAttr(prob, "BarrierIter"), 0);
+      EXPECT_EQ(IntAttr(prob, "HasBasis"), crossover == 0 ? 0 : 1);
+      EXPECT_NEAR(DblAttr(prob, "ObjVal"), s * -12 + 10, 1e-6);
+      std::vector<double> x(5), act(3), dual(3), rc(5);
+      ASSERT_EQ(ZELQ_GetLpSolution(prob, x.data(), act.data(), dual.data(), rc.data()), 0);
+      const double ex[] = {1, 0, 0, -3, 7}, eact[] = {1, 0, 0}, edual[] = {1, 0, 0},
+                   erc[] = {0, 1, 0, 2, -1};
+      for (int j = 0; j < 5; ++j) EXPECT_NEAR(x[j], ex[j], 1e-6) << j;
+      for (int j = 0; j < 5; ++j) EXPECT_NEAR(rc[j], s * erc[j], 1e-6) << j;
+      for (int i = 0; i < 3; ++i) EXPECT_NEAR(act[i], eact[i], 1e-6) << i;
+      for (int i = 0; i < 3; ++i) EXPECT_NEAR(dual[i], s * edual[i], 1e-6) << i;
+    }
+  }
+  // When the left-out part decides the LP, the simplex says so: an empty row that excludes 0,
+  // and a column in no row whose cost points to an infinite bound.
+  Dense infeasible = d;
+  infeasible.rowLo[2] = 2;
+  Dense unbounded = d;
+  unbounded.colLo[4] = -1e30;
+  unbounded.obj[4] = 1;
+  for (auto [lp, status] : {std::pair{&infeasible, ZELQ_INFEASIBLE}, {&unbounded, ZELQ_UNBOUNDED}}) {
+    SCOPED_TRACE(status);
+    QuietProb prob;
+    ASSERT_EQ(Load(prob, *lp), 0);
+    ASSERT_EQ(ZELQ_SetIntParam(prob, "LpMethod", ZELQ_LPMETHOD_BARRIER), 0);
+    ASSERT_EQ(ZELQ_Solve(prob), 0);
+    EXPECT_EQ(IntAttr(prob, "Status"), status);
+    EXPECT_EQ(IntAttr(prob, "BarrierIter"), 0);
+  }
+}
+
 // x + y >= 5 with x, y in [0, 2], plus a harmless row and a free row.
 TEST(SolveLp, InfeasibleGivesAFarkasCertificateThatProvesIt) {
   Dense d;
