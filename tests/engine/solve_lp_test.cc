@@ -121,6 +121,12 @@ TEST(SolveLp, BarrierLeavesOutEmptyRowsAndColumnsAndFillsThemIn) {
   d.colUp = {1e30, 1e30, 1e30, 4, 7};
   d.rowLo = {1, -1e30, -1};
   d.rowUp = {1, 1e30, 5};
+  auto solveBarrier = [](ZELQprob* prob, const Dense& lp, int crossover) {
+    ASSERT_EQ(Load(prob, lp), 0);
+    ASSERT_EQ(ZELQ_SetIntParam(prob, "LpMethod", ZELQ_LPMETHOD_BARRIER), 0);
+    ASSERT_EQ(ZELQ_SetIntParam(prob, "Crossover", crossover), 0);
+    ASSERT_EQ(ZELQ_Solve(prob), 0);
+  };
   for (int sense : {ZELQ_MINIMIZE, ZELQ_MAXIMIZE}) {
     const double s = sense == ZELQ_MINIMIZE ? 1.0 : -1.0;
     Dense ds = d;
@@ -129,17 +135,10 @@ TEST(SolveLp, BarrierLeavesOutEmptyRowsAndColumnsAndFillsThemIn) {
     for (int crossover : {-1, 0}) {
       SCOPED_TRACE(testing::Message() << "sense " << sense << " crossover " << crossover);
       QuietProb small;
-      ASSERT_EQ(Load(small, abort), 0);
-      ASSERT_EQ(ZELQ_SetIntParam(small, "LpMethod", ZELQ_LPMETHOD_BARRIER), 0);
-      ASSERT_EQ(ZELQ_SetIntParam(small, "Crossover", crossover), 0);
-      ASSERT_EQ(ZELQ_Solve(small), 0);
+      ASSERT_NO_FATAL_FAILURE(solveBarrier(small, abort, crossover));
       EXPECT_EQ(IntAttr(small, "Status"), ZELQ_OPTIMAL);
-
       QuietProb prob;
-      ASSERT_EQ(Load(prob, ds), 0);
-      ASSERT_EQ(ZELQ_SetIntParam(prob, "LpMethod", ZELQ_LPMETHOD_BARRIER), 0);
-      ASSERT_EQ(ZELQ_SetIntParam(prob, "Crossover", crossover), 0);
-      ASSERT_EQ(ZELQ_Solve(prob), 0);
+      ASSERT_NO_FATAL_FAILURE(solveBarrier(prob, ds, crossover));
       ASSERT_EQ(IntAttr(prob, "Status"), ZELQ_OPTIMAL);
       EXPECT_GT(IntAttr(prob, "BarrierIter"), 0);
       EXPECT_EQ(IntAttr(prob, "HasBasis"), crossover == 0 ? 0 : 1);
@@ -164,9 +163,7 @@ TEST(SolveLp, BarrierLeavesOutEmptyRowsAndColumnsAndFillsThemIn) {
   for (auto [lp, status] : {std::pair{&infeasible, ZELQ_INFEASIBLE}, {&unbounded, ZELQ_UNBOUNDED}}) {
     SCOPED_TRACE(status);
     QuietProb prob;
-    ASSERT_EQ(Load(prob, *lp), 0);
-    ASSERT_EQ(ZELQ_SetIntParam(prob, "LpMethod", ZELQ_LPMETHOD_BARRIER), 0);
-    ASSERT_EQ(ZELQ_Solve(prob), 0);
+    ASSERT_NO_FATAL_FAILURE(solveBarrier(prob, *lp, -1));
     EXPECT_EQ(IntAttr(prob, "Status"), status);
     EXPECT_EQ(IntAttr(prob, "BarrierIter"), 0);
   }
