@@ -27,7 +27,8 @@
 //    range, NaN values, unknown types or senses) must fail;
 //  * the matrix reads the same by rows and by columns, without explicit zeros;
 //  * after a solve reported optimal, the objective value is c'x + constant of the reported x and
-//    x satisfies bounds, rows and integrality within tolerance;
+//    x satisfies bounds, rows and integrality within tolerance; for an LP no reduced cost or dual
+//    has the sign that improves the objective without limit;
 //  * a problem written to MPS or LP and read back has the same content (names aside where the
 //    format documents changes; MPS range rows within the rounding of RHS - range, and a row
 //    with lower > upper bound as the documented L row), and a copy has the content of its
@@ -428,6 +429,7 @@ struct Runner {
   void OpSolFiles(Src& in, int s);
   void OpMisc(Src& in, int s, Op op);
   void CheckOptimal(int s);
+  void CheckDualSigns(int s);
 };
 
 void LogSink(char* msg, void* userdata) {
@@ -1025,6 +1027,32 @@ void Runner::CheckOptimal(int s) {
   }
   if (std::fabs(objVal - cx) > 1e-6 * (1 + std::fabs(cx)))
     Fail("Solve", "ObjVal " + std::to_string(objVal) + " but c'x + constant = " + std::to_string(cx));
+  if (!isMip && w.lazy == 0) CheckDualSigns(s);
+}
+
+// An optimal LP has no reduced cost or dual with the sign that improves the objective without
+// limit: in a minimisation no negative reduced cost on a column without upper bound, no
+// positive one without lower bound, and likewise for the rows' duals (signs flip when
+// maximising). A solver that calls an unbounded LP optimal breaks this.
+void Runner::CheckDualSigns(int s) {
+  ZELQprob* p = slot[s];
+  const Snap& w = shadow[s];
+  std::vector<double> y(w.rows + 1), dj(w.cols + 1);
+  if (ZELQ_GetLpSolution(p, nullptr, nullptr, y.data(), dj.data()) != 0)
+    Fail("Solve", "optimal LP without duals: " + ErrOf(p));
+  double size = 1;
+  for (double v : w.obj) size = std::max(size, std::fabs(v));
+  for (double v : y) size = std::max(size, std::fabs(v));
+  for (double v : dj) size = std::max(size, std::fabs(v));
+  const double tol = 1e-6 * size;
+  auto check = [&](const char* what, int k, double d, double lo, double up) {
+    d *= w.sense;
+    if ((d < -tol && up >= kInf) || (d > tol && lo <= -kInf))
+      Fail("Solve", std::string(what) + " " + std::to_string(k) + " has dual " + std::to_string(d) +
+                        " (minimisation sense) that improves without limit");
+  };
+  for (int j = 0; j < w.cols; ++j) check("column", j, dj[j], w.lb[j], w.ub[j]);
+  for (int i = 0; i < w.rows; ++i) check("row", i, y[i], w.rlo[i], w.rup[i]);
 }
 
 // Prints the problem about to be solved (as MPS) and its non-default parameters, so that a

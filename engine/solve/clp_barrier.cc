@@ -8,7 +8,16 @@
 // left-out row has dual 0. When the left-out part alone decides the problem (an empty row that
 // excludes 0, a left-out column whose cost points to an infinite bound, nothing left), the dual
 // simplex solves the whole LP instead.
+//
+// Clp's barrier can also report "optimal" for an unbounded LP, with reduced costs or duals of
+// the wrong sign where a bound is infinite, and its crossover (a primal values pass) can stop
+// "optimal" with superbasic columns that still improve the objective; for an infeasible LP it
+// can report "optimal" at a point outside the bounds. So a barrier result that breaks the
+// bounds or those signs is crossed over even when no crossover was asked for, and every
+// crossover that ends optimal is finished by a primal simplex from its basis (no iterations
+// when the basis is optimal).
 #include <algorithm>
+#include <cmath>
 #include <memory>
 #include <vector>
 
@@ -97,33 +106,90 @@ void ExpandBarrierResult(const BarrierPart& part, ClpSimplex& sub, ClpSimplex* m
   m->matrix()->times(x, act);
 }
 
+// True when no reduced cost or dual of m's current solution has the sign that would improve a
+// minimisation without limit: a negative reduced cost on a column without upper bound, a
+// positive one without lower bound, and likewise for the rows' duals.
+bool DualSignsHold(const ClpSimplex& m) {
+  double scale = 1.0;
+  for (int j = 0; j < m.numberColumns(); ++j) scale = std::max(scale, std::fabs(m.objective()[j]));
+  const double tol = 1e-7 * scale;
+  auto holds = [tol](double d, double lo, double up) {
+    return !((d < -tol && up > kClpInf) || (d > tol && lo < -kClpInf));
+  };
+  for (int j = 0; j < m.numberColumns(); ++j)
+    if (!holds(m.dualColumnSolution()[j], m.columnLower()[j], m.columnUpper()[j])) return false;
+  for (int i = 0; i < m.numberRows(); ++i)
+    if (!holds(m.dualRowSolution()[i], m.rowLower()[i], m.rowUpper()[i])) return false;
+  return true;
+}
+
+// True when m's current values keep the column bounds and row bounds, to 1e-6 relative to the
+// bound and to the size of the terms that make up the row; Clp's barrier can report "optimal"
+// for an infeasible LP.
+bool PrimalFeasible(const ClpSimplex& m) {
+  const double* x = m.primalColumnSolution();
+  const CoinPackedMatrix* a = m.matrix();
+  std::vector<double> act(m.numberRows(), 0.0), mag(m.numberRows(), 0.0);
+  for (int j = 0; j < m.numberColumns(); ++j)
+    for (CoinBigIndex k = a->getVectorFirst(j); k < a->getVectorLast(j); ++k) {
+      const double term = a->getElements()[k] * x[j];
+      act[a->getIndices()[k]] += term;
+      mag[a->getIndices()[k]] += std::fabs(term);
+    }
+  auto inside = [](double v, double lo, double up, double size) {
+    return v >= lo - 1e-6 * (1 + size + std::fabs(lo)) && v <= up + 1e-6 * (1 + size + std::fabs(up));
+  };
+  for (int j = 0; j < m.numberColumns(); ++j)
+    if (!inside(x[j], m.columnLower()[j], m.columnUpper()[j], 0.0)) return false;
+  for (int i = 0; i < m.numberRows(); ++i)
+    if (!inside(act[i], m.rowLower()[i], m.rowUpper()[i], mag[i])) return false;
+  return true;
+}
+
+// Primal simplex from the values of m (the crossover), then from its basis when it ends optimal.
+void CrossOver(ClpSimplex* m) {
+  m->primal(1);
+  if (m->status() != 0) return;
+  const int iterations = m->numberIterations();
+  m->primal(0);
+  m->setNumberIterations(iterations + m->numberIterations());
+}
+
 }  // namespace
 
-long RunClpBarrier(ClpSimplex* m, int iterLimit, bool crossover, bool* basisValid) {
+long RunClpBarrier(ZELQprob* prob, ClpSimplex* m, bool crossover, bool* basisValid) {
   const BarrierPart part = PlanBarrierPart(*m);
   if (part.simplex) {
+    prob->log.Line("Barrier: empty rows or columns in no row decide the LP; dual simplex instead");
     m->dual(0);
     return 0;
   }
   std::unique_ptr<ClpSimplex> sub;
-  if (!part.Whole(*m))
+  if (!part.Whole(*m)) {
+    prob->log.Printf("Barrier: %d empty or free rows and %d columns in no row left out",
+                     m->numberRows() - static_cast<int>(part.rows.size()),
+                     m->numberColumns() - static_cast<int>(part.cols.size()));
     sub = std::make_unique<ClpSimplex>(m, static_cast<int>(part.rows.size()), part.rows.data(),
                                        static_cast<int>(part.cols.size()), part.cols.data());
+  }
   ClpSimplex* target = sub ? sub.get() : m;
   ClpInterior barrier;
   ClpEventHandler plain;
   barrier.passInEventHandler(&plain);  // borrowModel asserts without one
   barrier.borrowModel(*target);
   barrier.setCholesky(new ClpCholeskyBase());
-  barrier.setMaximumBarrierIterations(iterLimit);
+  barrier.setMaximumBarrierIterations(prob->params.Get(IntParam::BarIterLimit));
   barrier.primalDual();
   const long iterations = barrier.numberIterations();
   const int status = barrier.status();
   barrier.returnModel(*target);
   if (sub) ExpandBarrierResult(part, *sub, m);
   m->setNumberIterations(0);  // from here on only simplex iterations are counted
-  if (crossover || status != 0) {
-    m->primal(1);  // crossover: values pass from the interior point
+  const bool optimum = status == 0 && PrimalFeasible(*m) && DualSignsHold(*m);
+  if (status == 0 && !optimum)
+    prob->log.Line("Barrier: the interior point is not an optimum; crossing over");
+  if (crossover || !optimum) {
+    CrossOver(m);
   } else {
     m->setProblemStatus(status);
     *basisValid = false;

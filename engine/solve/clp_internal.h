@@ -17,10 +17,10 @@ ClpSimplex::Status ToClpStatus(int code, double lo, double up, double* value);
 // Clp model into prob->solution; duals and reduced costs in the original sense.
 void StoreLpResults(ZELQprob* prob, const CoinLpData& data, ClpSimplex* model, bool withValues,
                     bool withBasis);
-// Barrier solve of `m` (see clp_barrier.cc), then a primal crossover when `crossover` is set
-// or the barrier did not finish; without crossover *basisValid becomes false. Returns the
-// barrier iterations.
-long RunClpBarrier(ClpSimplex* m, int iterLimit, bool crossover, bool* basisValid);
+// Barrier solve of `m` (see clp_barrier.cc), then a primal crossover when `crossover` is set,
+// the barrier did not finish or its result is not an optimum; without crossover *basisValid
+// becomes false. Returns the barrier iterations.
+long RunClpBarrier(ZELQprob* prob, ClpSimplex* m, bool crossover, bool* basisValid);
 // Farkas certificate of an infeasible model (false when Clp gave none).
 bool StoreFarkas(ZELQprob* prob, const CoinLpData& data, ClpSimplex* model);
 // Unbounded ray (false when Clp gave none).

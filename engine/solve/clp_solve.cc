@@ -61,8 +61,7 @@ bool ApplyStartBasis(ZELQprob* prob, const CoinLpData& d, ClpSimplex* m) {
 
 void RunAlgorithm(ZELQprob* prob, ClpSimplex* m, LpRun* run) {
   if (run->method == ZELQ_LPMETHOD_BARRIER) {
-    run->barrierIter = RunClpBarrier(m, prob->params.Get(IntParam::BarIterLimit), run->crossover,
-                                     &run->basisValid);
+    run->barrierIter = RunClpBarrier(prob, m, run->crossover, &run->basisValid);
     return;
   }
   const bool primal = run->method == ZELQ_LPMETHOD_PRIMALSIMPLEX;

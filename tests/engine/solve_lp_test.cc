@@ -169,6 +169,39 @@ TEST(SolveLp, BarrierLeavesOutEmptyRowsAndColumnsAndFillsThemIn) {
   }
 }
 
+// Clp's barrier calls these LPs optimal (and its crossover agrees on the unbounded one): the
+// interior point breaks a row, or its duals have the sign that improves without limit.
+TEST(SolveLp, BarrierDoesNotCallInfeasibleOrUnboundedLpsOptimal) {
+  Dense infeasible;  // x <= -1 with x >= 0; x + y >= 5 with x + y <= 3
+  infeasible.m = 3, infeasible.n = 2;
+  infeasible.a = {1, 0, 1, 1, 1, 1};
+  infeasible.obj = {1, 0};
+  infeasible.colLo = {0, 0};
+  infeasible.colUp = {1e30, 1e30};
+  infeasible.rowLo = {-1e30, 5, -1e30};
+  infeasible.rowUp = {-1, 1e30, 3};
+  Dense unbounded;  // min -x s.t. x - y >= 5, x, y >= 0
+  unbounded.m = 1, unbounded.n = 2;
+  unbounded.a = {1, -1};
+  unbounded.obj = {-1, 0};
+  unbounded.colLo = {0, 0};
+  unbounded.colUp = {1e30, 1e30};
+  unbounded.rowLo = {5};
+  unbounded.rowUp = {1e30};
+  for (auto [lp, status] : {std::pair{&infeasible, ZELQ_INFEASIBLE}, {&unbounded, ZELQ_UNBOUNDED}}) {
+    for (int crossover : {-1, 0}) {
+      SCOPED_TRACE(testing::Message() << "status " << status << " crossover " << crossover);
+      QuietProb prob;
+      ASSERT_EQ(Load(prob, *lp), 0);
+      ASSERT_EQ(ZELQ_SetIntParam(prob, "LpMethod", ZELQ_LPMETHOD_BARRIER), 0);
+      ASSERT_EQ(ZELQ_SetIntParam(prob, "Crossover", crossover), 0);
+      ASSERT_EQ(ZELQ_Solve(prob), 0);
+      EXPECT_EQ(IntAttr(prob, "Status"), status);
+      EXPECT_GT(IntAttr(prob, "BarrierIter"), 0);
+    }
+  }
+}
+
 // x + y >= 5 with x, y in [0, 2], plus a harmless row and a free row.
 TEST(SolveLp, InfeasibleGivesAFarkasCertificateThatProvesIt) {
   Dense d;
