@@ -5,9 +5,9 @@
 // appear in no row. Such rows and columns decide nothing the barrier could help with, so the
 // barrier runs on the LP without them and their values are filled in afterwards: a left-out
 // column sits at the bound its cost points to (0 clamped into its bounds when the cost is 0), a
-// left-out row has dual 0. When the left-out part alone decides the problem (an empty row that
-// excludes 0, a left-out column whose cost points to an infinite bound, nothing left), the dual
-// simplex solves the whole LP instead.
+// left-out row has dual 0. When the left-out part alone decides the problem (a left-out column
+// whose cost points to an infinite bound, nothing left) or the column bounds keep a row out of
+// its bounds, the dual simplex solves the whole LP instead.
 //
 // Clp's barrier can also report "optimal" for an unbounded LP, with reduced costs or duals of
 // the wrong sign where a bound is infinite, and its crossover (a primal values pass) can stop
@@ -50,6 +50,33 @@ bool LeftOutValue(double c, double lo, double up, double* v) {
   return *v > -kClpInf && *v < kClpInf;
 }
 
+// True when the column bounds keep some row's activity out of its bounds (an empty row whose
+// bounds exclude 0, for one). Clp's barrier fails an assertion on some such LPs (seen with
+// x0 + 1e-9 x1 <= -10, x >= 0); the simplex finds them infeasible at once.
+bool SomeRowOutOfReach(const ClpSimplex& m) {
+  const int rowCount = m.numberRows();
+  std::vector<double> least(rowCount, 0.0), most(rowCount, 0.0);
+  std::vector<char> leastInf(rowCount, 0), mostInf(rowCount, 0);
+  const CoinPackedMatrix* a = m.matrix();
+  for (int j = 0; j < m.numberColumns(); ++j) {
+    const double lo = m.columnLower()[j], up = m.columnUpper()[j];
+    for (CoinBigIndex k = a->getVectorFirst(j); k < a->getVectorLast(j); ++k) {
+      const int i = a->getIndices()[k];
+      const double v = a->getElements()[k];
+      const double low = v > 0 ? lo : up, high = v > 0 ? up : lo;  // bounds giving least, most
+      if (low < -kClpInf || low > kClpInf) leastInf[i] = 1; else least[i] += v * low;
+      if (high < -kClpInf || high > kClpInf) mostInf[i] = 1; else most[i] += v * high;
+    }
+  }
+  const double tol = m.primalTolerance();
+  for (int i = 0; i < rowCount; ++i) {
+    const double lo = m.rowLower()[i], up = m.rowUpper()[i];
+    if (!leastInf[i] && up < kClpInf && least[i] > up + tol * (1 + std::fabs(up))) return true;
+    if (!mostInf[i] && lo > -kClpInf && most[i] < lo - tol * (1 + std::fabs(lo))) return true;
+  }
+  return false;
+}
+
 BarrierPart PlanBarrierPart(const ClpSimplex& m) {
   const int n = m.numberColumns(), rowCount = m.numberRows();
   const CoinPackedMatrix* a = m.matrix();  // column ordered
@@ -59,15 +86,14 @@ BarrierPart PlanBarrierPart(const ClpSimplex& m) {
   const double* val = a->getElements();
   const double* rlo = m.rowLower();
   const double* rup = m.rowUpper();
-  const double tol = m.primalTolerance();
   BarrierPart part;
+  part.simplex = SomeRowOutOfReach(m);
   std::vector<char> keepRow(rowCount, 0);
   for (int j = 0; j < n; ++j)
     for (CoinBigIndex k = beg[j]; k < beg[j] + len[j]; ++k)
       if (val[k] != 0.0) keepRow[idx[k]] = 1;
   for (int i = 0; i < rowCount; ++i) {
-    if (!keepRow[i] && (rlo[i] > tol || rup[i] < -tol)) part.simplex = true;  // 0 outside [lo, up]
-    if (rlo[i] < -kClpInf && rup[i] > kClpInf) keepRow[i] = 0;                  // free row
+    if (rlo[i] < -kClpInf && rup[i] > kClpInf) keepRow[i] = 0;  // free row
     if (keepRow[i]) part.rows.push_back(i);
   }
   part.value.assign(n, 0.0);

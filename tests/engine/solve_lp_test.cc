@@ -153,14 +153,25 @@ TEST(SolveLp, BarrierLeavesOutEmptyRowsAndColumnsAndFillsThemIn) {
       for (int i = 0; i < 3; ++i) EXPECT_NEAR(dual[i], s * edual[i], 1e-6) << i;
     }
   }
-  // When the left-out part decides the LP, the simplex says so: an empty row that excludes 0,
-  // and a column in no row whose cost points to an infinite bound.
+  // The simplex decides LPs where the left-out part or the column bounds alone do: an empty
+  // row that excludes 0, a column in no row whose cost points to an infinite bound, and a row
+  // the column bounds cannot reach (with a tiny coefficient this one failed an assertion in
+  // Clp's barrier: -x1 <= 0, 2 x0 + 1e-9 x1 <= -10).
   Dense infeasible = d;
   infeasible.rowLo[2] = 2;
   Dense unbounded = d;
   unbounded.colLo[4] = -1e30;
   unbounded.obj[4] = 1;
-  for (auto [lp, status] : {std::pair{&infeasible, ZELQ_INFEASIBLE}, {&unbounded, ZELQ_UNBOUNDED}}) {
+  Dense unreachable;
+  unreachable.m = 2, unreachable.n = 2;
+  unreachable.a = {0, -1, 2, 1e-9};
+  unreachable.obj = {0, 0};
+  unreachable.colLo = {0, 0};
+  unreachable.colUp = {1e30, 1e30};
+  unreachable.rowLo = {-1e30, -1e30};
+  unreachable.rowUp = {0, -10};
+  for (auto [lp, status] : {std::pair{&infeasible, ZELQ_INFEASIBLE}, {&unbounded, ZELQ_UNBOUNDED},
+                            {&unreachable, ZELQ_INFEASIBLE}}) {
     SCOPED_TRACE(status);
     QuietProb prob;
     ASSERT_NO_FATAL_FAILURE(solveBarrier(prob, *lp, -1));
@@ -172,14 +183,14 @@ TEST(SolveLp, BarrierLeavesOutEmptyRowsAndColumnsAndFillsThemIn) {
 // Clp's barrier calls these LPs optimal (and its crossover agrees on the unbounded one): the
 // interior point breaks a row, or its duals have the sign that improves without limit.
 TEST(SolveLp, BarrierDoesNotCallInfeasibleOrUnboundedLpsOptimal) {
-  Dense infeasible;  // x <= -1 with x >= 0; x + y >= 5 with x + y <= 3
-  infeasible.m = 3, infeasible.n = 2;
-  infeasible.a = {1, 0, 1, 1, 1, 1};
+  Dense infeasible;  // x + y >= 5 with x + y <= 3, x, y >= 0
+  infeasible.m = 2, infeasible.n = 2;
+  infeasible.a = {1, 1, 1, 1};
   infeasible.obj = {1, 0};
   infeasible.colLo = {0, 0};
   infeasible.colUp = {1e30, 1e30};
-  infeasible.rowLo = {-1e30, 5, -1e30};
-  infeasible.rowUp = {-1, 1e30, 3};
+  infeasible.rowLo = {5, -1e30};
+  infeasible.rowUp = {1e30, 3};
   Dense unbounded;  // min -x s.t. x - y >= 5, x, y >= 0
   unbounded.m = 1, unbounded.n = 2;
   unbounded.a = {1, -1};
