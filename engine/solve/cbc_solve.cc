@@ -45,7 +45,7 @@ int ThreadCount(const ZELQprob* prob) {
 }
 
 // Driver arguments for our parameters.
-std::vector<std::string> DriverArgs(const ZELQprob* prob, int logLevel) {
+std::vector<std::string> DriverArgs(const ZELQprob* prob, int logLevel, bool allowPreprocess) {
   const ParamSet& ps = prob->params;
   std::vector<std::string> a = {"zelq", "-log", std::to_string(logLevel), "-slog",
                                 std::to_string(logLevel > 1 ? 1 : 0)};
@@ -72,7 +72,7 @@ std::vector<std::string> DriverArgs(const ZELQprob* prob, int logLevel) {
     add("-presolve", "off");
     add("-preprocess", "off");
     preprocess = false;
-  } else if (AnyBranchFactor(prob->problem)) {
+  } else if (AnyBranchFactor(prob->problem) || !allowPreprocess) {
     add("-preprocess", "off");  // preprocessing renumbers columns and drops priorities
     preprocess = false;
   }
@@ -239,9 +239,10 @@ void StoreNoIntegerValue(ZELQprob* prob, int j) {
 }
 
 // Sets up Cbc's driver on the model and runs it with our parameters as arguments.
-void RunDriver(ZELQprob* prob, int level, SolveControl* control, CbcModel* model) {
+void RunDriver(ZELQprob* prob, int level, bool allowPreprocess, SolveControl* control,
+               CbcModel* model) {
   const MipStart start = ChooseMipStart(prob);
-  std::vector<std::string> args = DriverArgs(prob, level);
+  std::vector<std::string> args = DriverArgs(prob, level, allowPreprocess);
   std::vector<const char*> argv;
   for (const std::string& x : args) argv.push_back(x.c_str());
   CbcSolverUsefulData driverData;
@@ -254,6 +255,45 @@ void RunDriver(ZELQprob* prob, int level, SolveControl* control, CbcModel* model
   PassPriorities(prob->problem, model);
   PassMipStart(start, model->solver(), model);
   CbcMain1(static_cast<int>(argv.size()), argv.data(), *model, NoCallback, driverData);
+}
+
+// True when Cbc's incumbent breaks a bound, a row or integrality of the problem by more than
+// the pool's tolerance.
+bool IncumbentBroken(const ZELQprob* prob, CbcModel& model) {
+  const Problem& p = prob->problem;
+  if (model.bestSolution() == nullptr || model.getNumCols() != p.cols()) return false;
+  const std::vector<double> x(model.bestSolution(), model.bestSolution() + p.cols());
+  const double feasTol = std::max(1e-6, prob->params.Get(DblParam::FeasTol));
+  const double intTol = std::max(1e-5, prob->params.Get(DblParam::IntTol));
+  double obj = 0.0;
+  return MipViolation(p, x, 10 * feasTol, 10 * intTol, &obj) > 0.0;
+}
+
+// Runs Cbc on the problem's data; false when its incumbent breaks the problem.
+bool RunCbc(ZELQprob* prob, const CoinLpData& d, int level, bool allowPreprocess,
+            SolveControl* control) {
+  CoinLogHandler handler(&prob->log, level);
+  OsiClpSolverInterface osi;
+  osi.passInMessageHandler(&handler);
+  LoadSolver(prob, d, &osi);
+  ClpStopHandler clpStop(control);
+  osi.getModelPtr()->passInEventHandler(&clpStop);
+  CbcModel model(osi);
+  model.passInMessageHandler(&handler);
+  RunDriver(prob, level, allowPreprocess, control, &model);
+  if (IncumbentBroken(prob, model)) return false;
+  StoreMipResults(prob, model, *control);
+  return true;
+}
+
+// A MIP whose only solution from Cbc breaks the problem: no solution, status NUMERICAL.
+void StoreBrokenIncumbent(ZELQprob* prob) {
+  Solution& s = prob->solution;
+  s.Clear();
+  s.status = s.mipStatus = ZELQ_NUMERICAL;
+  s.bestObj = s.bestBnd = prob->problem.objSense * 1e30;
+  s.bestGap = 1e30;
+  prob->log.Line("Cbc's solution breaks the problem's rows or bounds; no solution is reported");
 }
 
 }  // namespace
@@ -269,7 +309,6 @@ int SolveMip(ZELQprob* prob) {
   // it (a long root relaxation), so that the LPs after Cbc's stop can keep the incumbent.
   control.lpGrace = std::max(1.0, 0.05 * control.timeLimit);
   const int level = CoinLogLevel(ps.Get(IntParam::Logging), ps.Get(IntParam::LogLevel));
-  CoinLogHandler handler(&prob->log, level);
 
   CoinLpData d;
   BuildCoinData(prob->problem, false, &d);
@@ -278,16 +317,13 @@ int SolveMip(ZELQprob* prob) {
     prob->solution.solvingTime = control.Elapsed();
     return ZELQ_RETCODE_OK;
   }
-  OsiClpSolverInterface osi;
-  osi.passInMessageHandler(&handler);
-  LoadSolver(prob, d, &osi);
-  ClpStopHandler clpStop(&control);
-  osi.getModelPtr()->passInEventHandler(&clpStop);
-
-  CbcModel model(osi);
-  model.passInMessageHandler(&handler);
-  RunDriver(prob, level, &control, &model);
-  StoreMipResults(prob, model, control);
+  // Cbc's preprocessing can hand back an incumbent that breaks a row of the problem (seen with
+  // a free integer column: x + y <= 4 came back with x + y = 7); the MIP is then solved again
+  // without preprocessing.
+  if (!RunCbc(prob, d, level, true, &control)) {
+    prob->log.Line("Cbc's solution breaks the problem; solving again without preprocessing");
+    if (!RunCbc(prob, d, level, false, &control)) StoreBrokenIncumbent(prob);
+  }
   prob->solution.solvingTime = control.Elapsed();
   return ZELQ_RETCODE_OK;
 }

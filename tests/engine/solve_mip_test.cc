@@ -167,6 +167,31 @@ TEST(SolveMip, InfeasibleAndUnboundedMips) {
   EXPECT_TRUE(st == ZELQ_UNBOUNDED || st == ZELQ_INF_OR_UNB) << st;
 }
 
+// Cbc's preprocessing answered this MIP with x = 10, y = -3 (x + y = 7 > 4); the engine checks
+// the incumbent against the problem and solves again without preprocessing.
+TEST(SolveMip, AnIncumbentThatBreaksARowIsNotReported) {
+  Dense d;  // min -x s.t. x + y <= 4, x + 3y <= 10, x in [0, 10], y a free integer
+  d.m = 2, d.n = 2;
+  d.a = {1, 1, 1, 3};
+  d.obj = {-1, 0};
+  d.type = {'C', 'I'};
+  d.colLo = {0, -1e30};
+  d.colUp = {10, 1e30};
+  d.rowLo = {-1e30, -1e30};
+  d.rowUp = {4, 10};
+  QuietProb prob;
+  ASSERT_EQ(Load(prob, d), 0);
+  ASSERT_EQ(ZELQ_Solve(prob), 0);
+  ASSERT_EQ(IntAttr(prob, "Status"), ZELQ_OPTIMAL);
+  EXPECT_NEAR(DblAttr(prob, "ObjVal"), -10, 1e-9);
+  std::vector<double> x(2);
+  ASSERT_EQ(ZELQ_GetSolution(prob, x.data()), 0);
+  EXPECT_NEAR(x[0], 10, 1e-9);
+  EXPECT_LE(x[0] + x[1], 4 + 1e-9);
+  EXPECT_LE(x[0] + 3 * x[1], 10 + 1e-9);
+  EXPECT_NEAR(x[1], std::round(x[1]), 1e-9);
+}
+
 TEST(SolveMip, TimeLimitStopsAHardInstance) {
   QuietProb prob;
   ASSERT_EQ(Load(prob, MarketSplit(6, 50, 11)), 0);
