@@ -35,7 +35,7 @@ constexpr double kClpInf = 1e27;  // Clp reads bounds beyond this as infinite
 struct BarrierPart {
   std::vector<int> rows, cols;  // kept rows and columns of the whole LP, in order
   std::vector<double> value;    // per column of the whole LP: the value of a left-out column
-  bool simplex = false;         // the left-out part decides the LP: solve it with the simplex
+  bool simplex = false;  // the left-out part or a row out of reach decides the LP: use the simplex
   bool Whole(const ClpSimplex& m) const {
     return static_cast<int>(rows.size()) == m.numberRows() &&
            static_cast<int>(cols.size()) == m.numberColumns();
@@ -64,8 +64,14 @@ bool SomeRowOutOfReach(const ClpSimplex& m) {
       const int i = a->getIndices()[k];
       const double v = a->getElements()[k];
       const double low = v > 0 ? lo : up, high = v > 0 ? up : lo;  // bounds giving least, most
-      if (low < -kClpInf || low > kClpInf) leastInf[i] = 1; else least[i] += v * low;
-      if (high < -kClpInf || high > kClpInf) mostInf[i] = 1; else most[i] += v * high;
+      if (low < -kClpInf || low > kClpInf)
+        leastInf[i] = 1;
+      else
+        least[i] += v * low;
+      if (high < -kClpInf || high > kClpInf)
+        mostInf[i] = 1;
+      else
+        most[i] += v * high;
     }
   }
   const double tol = m.primalTolerance();
@@ -137,7 +143,8 @@ void ExpandBarrierResult(const BarrierPart& part, ClpSimplex& sub, ClpSimplex* m
 // positive one without lower bound, and likewise for the rows' duals.
 bool DualSignsHold(const ClpSimplex& m) {
   double scale = 1.0;
-  for (int j = 0; j < m.numberColumns(); ++j) scale = std::max(scale, std::fabs(m.objective()[j]));
+  for (int j = 0; j < m.numberColumns(); ++j)
+    scale = std::max(scale, std::fabs(m.objective()[j]));
   const double tol = 1e-7 * scale;
   auto holds = [tol](double d, double lo, double up) {
     return !((d < -tol && up > kClpInf) || (d > tol && lo < -kClpInf));
@@ -163,7 +170,8 @@ bool PrimalFeasible(const ClpSimplex& m) {
       mag[a->getIndices()[k]] += std::fabs(term);
     }
   auto inside = [](double v, double lo, double up, double size) {
-    return v >= lo - 1e-6 * (1 + size + std::fabs(lo)) && v <= up + 1e-6 * (1 + size + std::fabs(up));
+    return v >= lo - 1e-6 * (1 + size + std::fabs(lo)) &&
+           v <= up + 1e-6 * (1 + size + std::fabs(up));
   };
   for (int j = 0; j < m.numberColumns(); ++j)
     if (!inside(x[j], m.columnLower()[j], m.columnUpper()[j], 0.0)) return false;
@@ -186,7 +194,8 @@ void CrossOver(ClpSimplex* m) {
 long RunClpBarrier(ZELQprob* prob, ClpSimplex* m, bool crossover, bool* basisValid) {
   const BarrierPart part = PlanBarrierPart(*m);
   if (part.simplex) {
-    prob->log.Line("Barrier: empty rows or columns in no row decide the LP; dual simplex instead");
+    prob->log.Line("Barrier: the column bounds or the left-out rows and columns decide the LP; "
+                   "dual simplex instead");
     m->dual(0);
     return 0;
   }
