@@ -166,6 +166,24 @@ struct Arr {
 bool Same(double a, double b) { return a == b || (std::isnan(a) && std::isnan(b)); }
 double NormInf(double v) { return v >= kInf ? kInf : (v <= -kInf ? -kInf : v); }
 
+// ZELQ_FUZZ_TRACE is set: print what an input does, to investigate it.
+bool Tracing() {
+  static const bool trace = std::getenv("ZELQ_FUZZ_TRACE") != nullptr;
+  return trace;
+}
+
+// Copies a file to stderr (while tracing).
+void ShowFile(const std::string& path) {
+  FILE* f = std::fopen(path.c_str(), "r");
+  if (!f) {
+    std::fprintf(stderr, "cannot show %s\n", path.c_str());
+    return;
+  }
+  char buf[4096];
+  for (size_t n; (n = std::fread(buf, 1, sizeof buf, f)) > 0;) std::fwrite(buf, 1, n, stderr);
+  std::fclose(f);
+}
+
 struct Snap {
   int cols = 0, rows = 0, sense = 1, lazy = 0;
   double k = 0.0;
@@ -459,8 +477,7 @@ void Runner::Step(Src& in) {
   const uint8_t code = in.U8();
   const int s = code & 1;
   const Op op = static_cast<Op>((code >> 1) % kOpCount);
-  static const bool trace = std::getenv("ZELQ_FUZZ_TRACE") != nullptr;  // to investigate inputs
-  if (trace) std::fprintf(stderr, "step %d: op %d on slot %d\n", step, static_cast<int>(op), s);
+  if (Tracing()) std::fprintf(stderr, "step %d: op %d on slot %d\n", step, static_cast<int>(op), s);
   switch (op) {
     case kAddCol: return OpAddCols(in, s, true);
     case kAddCols: return OpAddCols(in, s, false);
@@ -1062,11 +1079,7 @@ void TraceProblem(ZELQprob* p, const std::string& stem) {
   const int mpsRc = ZELQ_WriteMps(p, mps.c_str()), prmRc = ZELQ_WriteParam(p, prm.c_str());
   for (const auto& [path, rc] : {std::pair{mps, mpsRc}, std::pair{prm, prmRc}}) {
     std::fprintf(stderr, "--- %s before the solve (write rc %d)\n", path.c_str(), rc);
-    if (FILE* f = std::fopen(path.c_str(), "r")) {
-      char buf[4096];
-      for (size_t n; (n = std::fread(buf, 1, sizeof buf, f)) > 0;) std::fwrite(buf, 1, n, stderr);
-      std::fclose(f);
-    }
+    ShowFile(path);
     ::unlink(path.c_str());
   }
 }
@@ -1075,7 +1088,7 @@ void Runner::OpSolve(Src& in, int s) {
   const int how = in.U8() % 3;
   if (slot[s] && ++solves > kMaxSolves) return;
   if (slot[s] && (shadow[s].cols > kMaxDim || shadow[s].rows > kMaxDim)) return;
-  if (slot[s] && std::getenv("ZELQ_FUZZ_TRACE")) TraceProblem(slot[s], file);
+  if (slot[s] && Tracing()) TraceProblem(slot[s], file);
   const int rc = how == 2 ? ZELQ_SolveLp(slot[s]) : ZELQ_Solve(slot[s]);
   if (!Result(s, rc, "Solve")) return;
   Verify(s, "Solve");
@@ -1175,8 +1188,7 @@ void Runner::OpFile(Src& in, int s) {
   if (!Result(s, rc, lp ? "WriteLp" : "WriteMps")) return;
   if (!slot[other]) slot[other] = NewProb(env), shadow[other] = Snap{};
   const int rc2 = lp ? ZELQ_ReadLp(slot[other], path.c_str()) : ZELQ_ReadMps(slot[other], path.c_str());
-  if (std::getenv("ZELQ_FUZZ_TRACE") && std::system(("cat '" + path + "' >&2").c_str()) != 0)
-    std::fprintf(stderr, "cannot show %s\n", path.c_str());
+  if (Tracing()) ShowFile(path);
   if (rc2 != 0) {
     Fail(lp ? "ReadLp" : "ReadMps", "cannot read back a written file: " + ErrOf(slot[other]));
   }
