@@ -16,6 +16,12 @@
 // bounds or those signs is crossed over even when no crossover was asked for, and every
 // crossover that ends optimal is finished by a primal simplex from its basis (no iterations
 // when the basis is optimal).
+//
+// Clp's scaling crashes the barrier when a scaled element falls below 1e-13 (seen with the row
+// x + 1e19 y <= 10): it then lowers the factorisation's zero tolerance through a cast of the
+// model to ClpSimplex, which inside the barrier is a ClpInterior. The scaling is worked out
+// first on a copy of the LP, and an LP it would leave with such elements goes to the dual
+// simplex.
 #include <algorithm>
 #include <cmath>
 #include <memory>
@@ -24,6 +30,7 @@
 #include "ClpCholeskyBase.hpp"
 #include "ClpEventHandler.hpp"
 #include "ClpInterior.hpp"
+#include "ClpPackedMatrix.hpp"
 #include "solve/clp_internal.h"
 
 namespace zelq::engine {
@@ -189,6 +196,34 @@ void CrossOver(ClpSimplex* m) {
   m->setNumberIterations(iterations + m->numberIterations());
 }
 
+// True when Clp's scaling of m would leave a matrix element below 1e-13 (Clp's own threshold,
+// checked with a margin of 10). The scale factors are worked out on a ClpSimplex copy of m,
+// where the step that follows such elements is safe, without the elements below 1e-12 that
+// Clp leaves out when it computes them; every element of m counts in the smallest.
+bool ScalingLeavesTinyElements(const ClpSimplex& m) {
+  if (m.scalingFlag() == 0) return false;
+  CoinPackedMatrix kept(*m.matrix());
+  kept.compress(1e-12);
+  ClpSimplex probe;
+  probe.setLogLevel(0);
+  probe.loadProblem(kept, m.columnLower(), m.columnUpper(), m.objective(), m.rowLower(),
+                    m.rowUpper());
+  probe.scaling(m.scalingFlag());
+  const auto* matrix = dynamic_cast<const ClpPackedMatrix*>(probe.clpMatrix());
+  if (matrix == nullptr) return false;
+  matrix->scale(&probe, nullptr);
+  const double* rowScale = probe.rowScale();
+  const double* colScale = probe.columnScale();
+  if (rowScale == nullptr || colScale == nullptr) return false;  // Clp chose not to scale
+  const CoinPackedMatrix* a = m.matrix();  // the dropped elements count in Clp's final range
+  for (int j = 0; j < m.numberColumns(); ++j)
+    for (CoinBigIndex k = a->getVectorFirst(j); k < a->getVectorLast(j); ++k) {
+      const double v = std::fabs(a->getElements()[k]);
+      if (v != 0.0 && v * rowScale[a->getIndices()[k]] * colScale[j] < 1e-12) return true;
+    }
+  return false;
+}
+
 }  // namespace
 
 long RunClpBarrier(ZELQprob* prob, ClpSimplex* m, bool crossover, bool* basisValid) {
@@ -208,6 +243,12 @@ long RunClpBarrier(ZELQprob* prob, ClpSimplex* m, bool crossover, bool* basisVal
                                        static_cast<int>(part.cols.size()), part.cols.data());
   }
   ClpSimplex* target = sub ? sub.get() : m;
+  if (ScalingLeavesTinyElements(*target)) {
+    prob->log.Line("Barrier: Clp's scaling would leave matrix elements below 1e-13, which its "
+                   "barrier cannot take; dual simplex instead");
+    m->dual(0);
+    return 0;
+  }
   ClpInterior barrier;
   ClpEventHandler plain;
   barrier.passInEventHandler(&plain);  // borrowModel asserts without one

@@ -6,6 +6,7 @@
 #include <chrono>
 #include <random>
 #include <thread>
+#include <tuple>
 #include <vector>
 
 #include "solve_test_util.h"
@@ -177,6 +178,44 @@ TEST(SolveLp, BarrierLeavesOutEmptyRowsAndColumnsAndFillsThemIn) {
     ASSERT_NO_FATAL_FAILURE(solveBarrier(prob, *lp, -1));
     EXPECT_EQ(IntAttr(prob, "Status"), status);
     EXPECT_EQ(IntAttr(prob, "BarrierIter"), 0);
+  }
+}
+
+// Clp's scaling crashed the barrier when it left a scaled element below 1e-13: one row
+// x + 1e19 y <= 10, or a 1e-13 element next to 6.62e11. Such LPs go to the dual simplex; an LP
+// whose only tiny element Clp drops before scaling still runs the barrier.
+TEST(SolveLp, BarrierHandsLpsClpCannotScaleToTheSimplex) {
+  Dense row;  // min -x - 2y s.t. x + 1e19 y <= 10, x in [0, 10], y in [0, 4]: optimum -10
+  row.m = 1, row.n = 2;
+  row.a = {1, 1e19};
+  row.obj = {-1, -2};
+  row.colLo = {0, 0};
+  row.colUp = {10, 4};
+  row.rowLo = {-1e30};
+  row.rowUp = {10};
+  Dense tiny = row;  // x + 1e-19 y <= 10: optimum -18
+  tiny.a = {1, 1e-19};
+  // min -2 x0 - 2 x1 - x2 s.t. 8.88e-14 x0 <= 8, 5.27e-7 x0 + 6.62e11 x1 + 853 x2 <= 18,
+  // x <= (1, 3, 6): x0 = 1, x1 = 0, x2 = (18 - 5.27e-7) / 853.
+  Dense mixed;
+  mixed.m = 2, mixed.n = 3;
+  mixed.a = {8.88e-14, 0, 0, 5.27e-7, 6.62e11, 853};
+  mixed.obj = {-2, -2, -1};
+  mixed.colLo = {0, 0, 0};
+  mixed.colUp = {1, 3, 6};
+  mixed.rowLo = {-1e30, -1e30};
+  mixed.rowUp = {8, 18};
+  const double mixedObj = -2 - (18 - 5.27e-7) / 853;
+  for (auto [lp, obj, barrier] : {std::tuple{&row, -10.0, false}, {&mixed, mixedObj, false},
+                                  {&tiny, -18.0, true}}) {
+    SCOPED_TRACE(obj);
+    QuietProb prob;
+    ASSERT_EQ(Load(prob, *lp), 0);
+    ASSERT_EQ(ZELQ_SetIntParam(prob, "LpMethod", ZELQ_LPMETHOD_BARRIER), 0);
+    ASSERT_EQ(ZELQ_Solve(prob), 0);
+    EXPECT_EQ(IntAttr(prob, "Status"), ZELQ_OPTIMAL);
+    EXPECT_EQ(IntAttr(prob, "BarrierIter") > 0, barrier);
+    EXPECT_NEAR(DblAttr(prob, "ObjVal"), obj, 1e-6);
   }
 }
 
