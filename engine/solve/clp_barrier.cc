@@ -2,10 +2,12 @@
 //
 // Clp's barrier aborts the whole process ("primal off to infinity") when its iterates grow past
 // 1e40, which happens on LPs with rows that have no entries or no bounds next to columns that
-// appear in no row. Such rows and columns decide nothing the barrier could help with, so the
-// barrier runs on the LP without them and their values are filled in afterwards: a left-out
-// column sits at the bound its cost points to (0 clamped into its bounds when the cost is 0), a
-// left-out row has dual 0. When the left-out part alone decides the problem (a left-out column
+// appear in no row, and fails an assertion on a row whose only column is fixed far from the
+// row's bound (x = 1e6 fixed in 1e10 x >= 1). Such rows and columns, and fixed columns, decide
+// nothing the barrier could help with, so the barrier runs on the LP without them (the fixed
+// columns' activity moves into the row bounds) and their values are filled in afterwards: a
+// left-out column sits at the bound its cost points to (0 clamped into its bounds when the cost
+// is 0), a left-out row has dual 0. When the left-out part alone decides the problem (a left-out column
 // whose cost points to an infinite bound, nothing left) or the column bounds keep a row out of
 // its bounds, the dual simplex solves the whole LP instead.
 //
@@ -42,6 +44,7 @@ constexpr double kClpInf = 1e27;  // Clp reads bounds beyond this as infinite
 struct BarrierPart {
   std::vector<int> rows, cols;  // kept rows and columns of the whole LP, in order
   std::vector<double> value;    // per column of the whole LP: the value of a left-out column
+  std::vector<double> shift;    // per kept row: the activity of the left-out columns in it
   bool simplex = false;  // the left-out part or a row out of reach decides the LP: use the simplex
   bool Whole(const ClpSimplex& m) const {
     return static_cast<int>(rows.size()) == m.numberRows() &&
@@ -49,8 +52,9 @@ struct BarrierPart {
   }
 };
 
-// Value of a column without entries in a minimisation with cost c; false when that value is
-// an infinite bound (the LP is unbounded if feasible) or the bounds exclude each other.
+// Value of a left-out column (fixed, or without entries in a kept row) in a minimisation with
+// cost c; false when that value is an infinite bound (the LP is unbounded if feasible) or the
+// bounds exclude each other.
 bool LeftOutValue(double c, double lo, double up, double* v) {
   if (lo > up) return false;
   *v = c > 0 ? lo : c < 0 ? up : std::clamp(0.0, lo, up);
@@ -101,10 +105,11 @@ BarrierPart PlanBarrierPart(const ClpSimplex& m) {
   const double* rup = m.rowUpper();
   BarrierPart part;
   part.simplex = SomeRowOutOfReach(m);
-  std::vector<char> keepRow(rowCount, 0);
+  std::vector<char> fixed(n), keepRow(rowCount, 0);
+  for (int j = 0; j < n; ++j) fixed[j] = m.columnLower()[j] == m.columnUpper()[j];
   for (int j = 0; j < n; ++j)
     for (CoinBigIndex k = beg[j]; k < beg[j] + len[j]; ++k)
-      if (val[k] != 0.0) keepRow[idx[k]] = 1;
+      if (val[k] != 0.0 && !fixed[j]) keepRow[idx[k]] = 1;
   for (int i = 0; i < rowCount; ++i) {
     if (rlo[i] < -kClpInf && rup[i] > kClpInf) keepRow[i] = 0;  // free row
     if (keepRow[i]) part.rows.push_back(i);
@@ -112,7 +117,7 @@ BarrierPart PlanBarrierPart(const ClpSimplex& m) {
   part.value.assign(n, 0.0);
   for (int j = 0; j < n; ++j) {
     bool used = false;
-    for (CoinBigIndex k = beg[j]; k < beg[j] + len[j] && !used; ++k)
+    for (CoinBigIndex k = beg[j]; k < beg[j] + len[j] && !used && !fixed[j]; ++k)
       used = val[k] != 0.0 && keepRow[idx[k]];
     if (used) {
       part.cols.push_back(j);
@@ -122,24 +127,31 @@ BarrierPart PlanBarrierPart(const ClpSimplex& m) {
     }
   }
   if (part.rows.empty() || part.cols.empty()) part.simplex = true;
+  if (part.simplex) return part;
+  std::vector<double> shift(rowCount, 0.0);
+  for (int j = 0; j < n; ++j)
+    if (part.value[j] != 0.0)  // only left-out columns have a value here
+      for (CoinBigIndex k = beg[j]; k < beg[j] + len[j]; ++k)
+        shift[idx[k]] += val[k] * part.value[j];
+  for (int i : part.rows) part.shift.push_back(shift[i]);
   return part;
 }
 
 // Writes the barrier's result on the kept part, and the values of the left-out part, into the
-// whole LP: values, row activities, duals (0 on left-out rows) and reduced costs (the cost on
+// whole LP: values, row activities, duals (0 on left-out rows) and reduced costs (c - A'y on
 // left-out columns).
 void ExpandBarrierResult(const BarrierPart& part, ClpSimplex& sub, ClpSimplex* m) {
   double* x = m->primalColumnSolution();
   double* dj = m->dualColumnSolution();
   double* y = m->dualRowSolution();
   const double* cost = m->objective();
-  for (int j = 0; j < m->numberColumns(); ++j) x[j] = part.value[j], dj[j] = cost[j];
+  for (int j = 0; j < m->numberColumns(); ++j) x[j] = part.value[j];
   std::fill(y, y + m->numberRows(), 0.0);
-  for (size_t k = 0; k < part.cols.size(); ++k) {
-    x[part.cols[k]] = sub.primalColumnSolution()[k];
-    dj[part.cols[k]] = sub.dualColumnSolution()[k];
-  }
+  for (size_t k = 0; k < part.cols.size(); ++k) x[part.cols[k]] = sub.primalColumnSolution()[k];
   for (size_t k = 0; k < part.rows.size(); ++k) y[part.rows[k]] = sub.dualRowSolution()[k];
+  m->matrix()->transposeTimes(y, dj);  // dj = A'y, replaced by c - A'y below
+  for (int j = 0; j < m->numberColumns(); ++j) dj[j] = cost[j] - dj[j];
+  for (size_t k = 0; k < part.cols.size(); ++k) dj[part.cols[k]] = sub.dualColumnSolution()[k];
   double* act = m->primalRowSolution();
   std::fill(act, act + m->numberRows(), 0.0);
   m->matrix()->times(x, act);
@@ -236,11 +248,16 @@ long RunClpBarrier(ZELQprob* prob, ClpSimplex* m, bool crossover, bool* basisVal
   }
   std::unique_ptr<ClpSimplex> sub;
   if (!part.Whole(*m)) {
-    prob->log.Printf("Barrier: %d empty or free rows and %d columns in no row left out",
+    prob->log.Printf("Barrier: %d empty or free rows and %d fixed columns or columns in no row "
+                     "left out",
                      m->numberRows() - static_cast<int>(part.rows.size()),
                      m->numberColumns() - static_cast<int>(part.cols.size()));
     sub = std::make_unique<ClpSimplex>(m, static_cast<int>(part.rows.size()), part.rows.data(),
                                        static_cast<int>(part.cols.size()), part.cols.data());
+    for (size_t k = 0; k < part.shift.size(); ++k) {  // the left-out columns' activity
+      if (sub->rowLower()[k] > -kClpInf) sub->rowLower()[k] -= part.shift[k];
+      if (sub->rowUpper()[k] < kClpInf) sub->rowUpper()[k] -= part.shift[k];
+    }
   }
   ClpSimplex* target = sub ? sub.get() : m;
   if (ScalingLeavesTinyElements(*target)) {

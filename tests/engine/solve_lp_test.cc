@@ -181,6 +181,61 @@ TEST(SolveLp, BarrierLeavesOutEmptyRowsAndColumnsAndFillsThemIn) {
   }
 }
 
+// Fixed columns stay out of the barrier, their activity moved into the row bounds: Clp's
+// barrier failed an assertion on 1e10 x >= 1 with x fixed at 1e6. Their reduced costs are
+// c - A'y of the barrier's duals.
+TEST(SolveLp, BarrierLeavesOutFixedColumns) {
+  // min x0 + 2 x1 + 3 x2 s.t. x0 + x1 + x2 >= 4, x1 - x2 <= 1, x2 = 1, x0 in [0, 10], x1 >= 0:
+  // x = (3, 0, 1), objective 6, duals (1, 0), reduced costs (0, 1, 2).
+  Dense d;
+  d.m = 2, d.n = 3;
+  d.a = {1, 1, 1, 0, 1, -1};
+  d.obj = {1, 2, 3};
+  d.colLo = {0, 0, 1};
+  d.colUp = {10, 1e30, 1};
+  d.rowLo = {4, -1e30};
+  d.rowUp = {1e30, 1};
+  for (int sense : {ZELQ_MINIMIZE, ZELQ_MAXIMIZE}) {
+    const double s = sense == ZELQ_MINIMIZE ? 1.0 : -1.0;
+    Dense ds = d;
+    ds.sense = sense;
+    for (double& c : ds.obj) c *= s;
+    for (int crossover : {-1, 0}) {
+      SCOPED_TRACE(testing::Message() << "sense " << sense << " crossover " << crossover);
+      QuietProb prob;
+      ASSERT_EQ(Load(prob, ds), 0);
+      ASSERT_EQ(ZELQ_SetIntParam(prob, "LpMethod", ZELQ_LPMETHOD_BARRIER), 0);
+      ASSERT_EQ(ZELQ_SetIntParam(prob, "Crossover", crossover), 0);
+      ASSERT_EQ(ZELQ_Solve(prob), 0);
+      ASSERT_EQ(IntAttr(prob, "Status"), ZELQ_OPTIMAL);
+      EXPECT_GT(IntAttr(prob, "BarrierIter"), 0);
+      EXPECT_NEAR(DblAttr(prob, "ObjVal"), s * 6, 1e-6);
+      std::vector<double> x(3), act(2), dual(2), rc(3);
+      ASSERT_EQ(ZELQ_GetLpSolution(prob, x.data(), act.data(), dual.data(), rc.data()), 0);
+      const double ex[] = {3, 0, 1}, eact[] = {4, -1}, edual[] = {1, 0}, erc[] = {0, 1, 2};
+      for (int j = 0; j < 3; ++j) EXPECT_NEAR(x[j], ex[j], 1e-6) << j;
+      for (int j = 0; j < 3; ++j) EXPECT_NEAR(rc[j], s * erc[j], 1e-6) << j;
+      for (int i = 0; i < 2; ++i) EXPECT_NEAR(act[i], eact[i], 1e-6) << i;
+      for (int i = 0; i < 2; ++i) EXPECT_NEAR(dual[i], s * edual[i], 1e-6) << i;
+    }
+  }
+  Dense lone;  // 1e10 x >= 1 with x fixed at 1e6: only the fixed column, the simplex decides
+  lone.m = 1, lone.n = 1;
+  lone.a = {1e10};
+  lone.obj = {100};
+  lone.colLo = {1e6};
+  lone.colUp = {1e6};
+  lone.rowLo = {1};
+  lone.rowUp = {1e30};
+  QuietProb prob;
+  ASSERT_EQ(Load(prob, lone), 0);
+  ASSERT_EQ(ZELQ_SetIntParam(prob, "LpMethod", ZELQ_LPMETHOD_BARRIER), 0);
+  ASSERT_EQ(ZELQ_Solve(prob), 0);
+  EXPECT_EQ(IntAttr(prob, "Status"), ZELQ_OPTIMAL);
+  EXPECT_NEAR(DblAttr(prob, "ObjVal"), 1e8, 1e-6);
+  EXPECT_EQ(IntAttr(prob, "BarrierIter"), 0);
+}
+
 // Clp's scaling crashed the barrier when it left a scaled element below 1e-13: one row
 // x + 1e19 y <= 10, or a 1e-13 element next to 6.62e11. Such LPs go to the dual simplex; an LP
 // whose only tiny element Clp drops before scaling still runs the barrier.
