@@ -33,6 +33,7 @@
 #include "ClpEventHandler.hpp"
 #include "ClpInterior.hpp"
 #include "ClpPackedMatrix.hpp"
+#include "ClpPresolve.hpp"
 #include "solve/clp_internal.h"
 
 namespace zelq::engine {
@@ -236,6 +237,29 @@ bool ScalingLeavesTinyElements(const ClpSimplex& m) {
   return false;
 }
 
+// True when m has an element of 1e12 or more and Clp's presolve alone finds m infeasible or
+// unbounded (a singleton row that fixes a column another row cannot take, for one). Clp's
+// barrier fails the assertion 'value < 0.0' in setupForSolve on such LPs with elements of 1e15
+// and more; the simplex settles them. Other LPs keep the barrier, whose own result checks
+// catch what it gets wrong. Presolve runs on a fresh copy of the data, as it marks the model.
+bool PresolveDecides(const ClpSimplex& m) {
+  const CoinPackedMatrix* a = m.matrix();
+  const double* elements = a->getElements();
+  bool large = false;
+  for (int j = 0; j < m.numberColumns() && !large; ++j)
+    for (CoinBigIndex k = a->getVectorFirst(j); k < a->getVectorLast(j) && !large; ++k)
+      large = std::fabs(elements[k]) >= 1e12;
+  if (!large) return false;
+  ClpSimplex copy;
+  copy.setLogLevel(0);
+  copy.loadProblem(*m.matrix(), m.columnLower(), m.columnUpper(), m.objective(), m.rowLower(),
+                   m.rowUpper());
+  copy.setOptimizationDirection(m.optimizationDirection());
+  ClpPresolve presolve;
+  std::unique_ptr<ClpSimplex> reduced(presolve.presolvedModel(copy, m.primalTolerance(), false));
+  return reduced == nullptr;
+}
+
 }  // namespace
 
 long RunClpBarrier(ZELQprob* prob, ClpSimplex* m, bool crossover, bool* basisValid) {
@@ -260,6 +284,11 @@ long RunClpBarrier(ZELQprob* prob, ClpSimplex* m, bool crossover, bool* basisVal
     }
   }
   ClpSimplex* target = sub ? sub.get() : m;
+  if (PresolveDecides(*target)) {
+    prob->log.Line("Barrier: presolve finds the LP infeasible or unbounded; dual simplex instead");
+    m->dual(0);
+    return 0;
+  }
   if (ScalingLeavesTinyElements(*target)) {
     prob->log.Line("Barrier: Clp's scaling would leave matrix elements below 1e-13, which its "
                    "barrier cannot take; dual simplex instead");

@@ -238,8 +238,9 @@ TEST(SolveLp, BarrierLeavesOutFixedColumns) {
 
 // Clp's scaling crashed the barrier when it left a scaled element below 1e-13: one row
 // x + 1e19 y <= 10, or a 1e-13 element next to 6.62e11. Such LPs go to the dual simplex; an LP
-// whose only tiny element Clp drops before scaling still runs the barrier.
-TEST(SolveLp, BarrierHandsLpsClpCannotScaleToTheSimplex) {
+// whose only tiny element Clp drops before scaling still runs the barrier. So does an LP with
+// an element of 1e20 that presolve finds infeasible (Clp's barrier failed an assertion on it).
+TEST(SolveLp, BarrierHandsLpsClpCannotTakeToTheSimplex) {
   Dense row;  // min -x - 2y s.t. x + 1e19 y <= 10, x in [0, 10], y in [0, 4]: optimum -10
   row.m = 1, row.n = 2;
   row.a = {1, 1e19};
@@ -272,6 +273,23 @@ TEST(SolveLp, BarrierHandsLpsClpCannotScaleToTheSimplex) {
     EXPECT_EQ(IntAttr(prob, "BarrierIter") > 0, barrier);
     EXPECT_NEAR(DblAttr(prob, "ObjVal"), obj, 1e-6);
   }
+  // 0.5 z >= 0, x + 0.25 y <= 0, -4 y = 0, w = 0, w >= 0, w + 1e20 y = 0, with x = 100 fixed,
+  // w >= 0, z >= 1, y free: -4 y = 0 fixes y, and then x + 0.25 y <= 0 cannot hold.
+  Dense infeasible;
+  infeasible.m = 6, infeasible.n = 4;
+  infeasible.a = {0, 0, 0.5, 0, 1, 0, 0, 0.25, 0, 0, 0, -4,
+                  0, 1, 0, 0, 0, 1, 0, 0,    0, 1, 0, 1e20};
+  infeasible.obj = {0, 0, 0, 0};
+  infeasible.colLo = {100, 0, 1, -1e30};
+  infeasible.colUp = {100, 1e30, 1e30, 1e30};
+  infeasible.rowLo = {0, -1e30, 0, 0, 0, 0};
+  infeasible.rowUp = {1e30, 0, 0, 0, 1e30, 0};
+  QuietProb prob;
+  ASSERT_EQ(Load(prob, infeasible), 0);
+  ASSERT_EQ(ZELQ_SetIntParam(prob, "LpMethod", ZELQ_LPMETHOD_BARRIER), 0);
+  ASSERT_EQ(ZELQ_Solve(prob), 0);
+  EXPECT_EQ(IntAttr(prob, "Status"), ZELQ_INFEASIBLE);
+  EXPECT_EQ(IntAttr(prob, "BarrierIter"), 0);
 }
 
 // Clp's barrier calls these LPs optimal (and its crossover agrees on the unbounded one): the
