@@ -7,9 +7,9 @@
 // nothing the barrier could help with, so the barrier runs on the LP without them (the fixed
 // columns' activity moves into the row bounds) and their values are filled in afterwards: a
 // left-out column sits at the bound its cost points to (0 clamped into its bounds when the cost
-// is 0), a left-out row has dual 0. When the left-out part alone decides the problem (a left-out column
-// whose cost points to an infinite bound, nothing left) or the column bounds keep a row out of
-// its bounds, the dual simplex solves the whole LP instead.
+// is 0), a left-out row has dual 0. When the left-out part alone decides the problem (a
+// left-out column whose cost points to an infinite bound, nothing left) or the column bounds
+// keep a row out of its bounds, the dual simplex solves the whole LP instead.
 //
 // Clp's barrier can also report "optimal" for an unbounded LP, with reduced costs or duals of
 // the wrong sign where a bound is infinite, and its crossover (a primal values pass) can stop
@@ -23,7 +23,8 @@
 // x + 1e19 y <= 10): it then lowers the factorisation's zero tolerance through a cast of the
 // model to ClpSimplex, which inside the barrier is a ClpInterior. The scaling is worked out
 // first on a copy of the LP, and an LP it would leave with such elements goes to the dual
-// simplex.
+// simplex. So does an LP with elements of 1e12 or more that Clp's presolve finds infeasible or
+// unbounded: the barrier fails an assertion on some of them.
 #include <algorithm>
 #include <cmath>
 #include <memory>
@@ -209,6 +210,16 @@ void CrossOver(ClpSimplex* m) {
   m->setNumberIterations(iterations + m->numberIterations());
 }
 
+// Loads m's bounds, costs and sense over the matrix a into copy, silent. Clp's scaling keeps
+// its factors in the model it scales and presolve works on the model it is given, so both run
+// on such copies and m stays as it was.
+void LoadFreshCopy(const ClpSimplex& m, const CoinPackedMatrix& a, ClpSimplex* copy) {
+  copy->setLogLevel(0);
+  copy->loadProblem(a, m.columnLower(), m.columnUpper(), m.objective(), m.rowLower(),
+                    m.rowUpper());
+  copy->setOptimizationDirection(m.optimizationDirection());
+}
+
 // True when Clp's scaling of m would leave a matrix element below 1e-13 (Clp's own threshold,
 // checked with a margin of 10). The scale factors are worked out on a ClpSimplex copy of m,
 // where the step that follows such elements is safe, without the elements below 1e-12 that
@@ -218,9 +229,7 @@ bool ScalingLeavesTinyElements(const ClpSimplex& m) {
   CoinPackedMatrix kept(*m.matrix());
   kept.compress(1e-12);
   ClpSimplex probe;
-  probe.setLogLevel(0);
-  probe.loadProblem(kept, m.columnLower(), m.columnUpper(), m.objective(), m.rowLower(),
-                    m.rowUpper());
+  LoadFreshCopy(m, kept, &probe);
   probe.scaling(m.scalingFlag());
   const auto* matrix = dynamic_cast<const ClpPackedMatrix*>(probe.clpMatrix());
   if (matrix == nullptr) return false;
@@ -241,7 +250,7 @@ bool ScalingLeavesTinyElements(const ClpSimplex& m) {
 // unbounded (a singleton row that fixes a column another row cannot take, for one). Clp's
 // barrier fails the assertion 'value < 0.0' in setupForSolve on such LPs with elements of 1e15
 // and more; the simplex settles them. Other LPs keep the barrier, whose own result checks
-// catch what it gets wrong. Presolve runs on a fresh copy of the data, as it marks the model.
+// catch what it gets wrong.
 bool PresolveDecides(const ClpSimplex& m) {
   const CoinPackedMatrix* a = m.matrix();
   const double* elements = a->getElements();
@@ -251,25 +260,27 @@ bool PresolveDecides(const ClpSimplex& m) {
       large = std::fabs(elements[k]) >= 1e12;
   if (!large) return false;
   ClpSimplex copy;
-  copy.setLogLevel(0);
-  copy.loadProblem(*m.matrix(), m.columnLower(), m.columnUpper(), m.objective(), m.rowLower(),
-                   m.rowUpper());
-  copy.setOptimizationDirection(m.optimizationDirection());
+  LoadFreshCopy(m, *a, &copy);
   ClpPresolve presolve;
   std::unique_ptr<ClpSimplex> reduced(presolve.presolvedModel(copy, m.primalTolerance(), false));
   return reduced == nullptr;
+}
+
+// Solves m by the dual simplex instead of the barrier, saying why in the log; returns the
+// barrier iterations, 0.
+long DualSimplexInstead(ZELQprob* prob, ClpSimplex* m, const char* why) {
+  prob->log.Printf("Barrier: %s; dual simplex instead", why);
+  m->dual(0);
+  return 0;
 }
 
 }  // namespace
 
 long RunClpBarrier(ZELQprob* prob, ClpSimplex* m, bool crossover, bool* basisValid) {
   const BarrierPart part = PlanBarrierPart(*m);
-  if (part.simplex) {
-    prob->log.Line("Barrier: the column bounds or the left-out rows and columns decide the LP; "
-                   "dual simplex instead");
-    m->dual(0);
-    return 0;
-  }
+  if (part.simplex)
+    return DualSimplexInstead(prob, m,
+                              "the column bounds or the left-out rows and columns decide the LP");
   std::unique_ptr<ClpSimplex> sub;
   if (!part.Whole(*m)) {
     prob->log.Printf("Barrier: %d empty or free rows and %d fixed columns or columns in no row "
@@ -284,17 +295,12 @@ long RunClpBarrier(ZELQprob* prob, ClpSimplex* m, bool crossover, bool* basisVal
     }
   }
   ClpSimplex* target = sub ? sub.get() : m;
-  if (PresolveDecides(*target)) {
-    prob->log.Line("Barrier: presolve finds the LP infeasible or unbounded; dual simplex instead");
-    m->dual(0);
-    return 0;
-  }
-  if (ScalingLeavesTinyElements(*target)) {
-    prob->log.Line("Barrier: Clp's scaling would leave matrix elements below 1e-13, which its "
-                   "barrier cannot take; dual simplex instead");
-    m->dual(0);
-    return 0;
-  }
+  if (PresolveDecides(*target))
+    return DualSimplexInstead(prob, m, "presolve finds the LP infeasible or unbounded");
+  if (ScalingLeavesTinyElements(*target))
+    return DualSimplexInstead(prob, m,
+                              "Clp's scaling would leave matrix elements below 1e-13, which its "
+                              "barrier cannot take");
   ClpInterior barrier;
   ClpEventHandler plain;
   barrier.passInEventHandler(&plain);  // borrowModel asserts without one

@@ -304,7 +304,8 @@ TEST(SolveLp, BarrierDoesNotCallInfeasibleOrUnboundedLpsOptimal) {
   unbounded.colUp = {1e30, 1e30};
   unbounded.rowLo = {5};
   unbounded.rowUp = {1e30};
-  for (auto [lp, status] : {std::pair{&infeasible, ZELQ_INFEASIBLE}, {&unbounded, ZELQ_UNBOUNDED}}) {
+  for (auto [lp, status] :
+       {std::pair{&infeasible, ZELQ_INFEASIBLE}, {&unbounded, ZELQ_UNBOUNDED}}) {
     for (int crossover : {-1, 0}) {
       SCOPED_TRACE(testing::Message() << "status " << status << " crossover " << crossover);
       QuietProb prob;
