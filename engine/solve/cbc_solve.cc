@@ -31,6 +31,29 @@ std::string Num(double v) {
   return buf;
 }
 
+// How much Cbc may reduce the MIP before its search: Clp's presolve of the LPs and Cbc's
+// preprocessing, only the presolve, or neither.
+enum class Reduction { kFull, kPresolveOnly, kNone };
+
+// COIN's presolve takes any number from 1e20 up as infinite. When the column bounds let a row's
+// activity reach that far, its implied-bound arithmetic breaks: it calls a feasible MIP
+// infeasible, or fails an assertion in implied_free_action (found by fuzzing: two columns in
+// [-1, inf) with elements of 1e20 in one row). Such MIPs are solved without presolve; 1e18
+// leaves a margin of 100 (MIPLIB 3 reaches 1e12 at most).
+constexpr double kPresolveActivityLimit = 1e18;
+
+// The largest row activity the finite column bounds allow, in absolute value, of any row.
+double LargestBoundedActivity(const CoinLpData& d) {
+  std::vector<double> reach(d.rows, 0.0);
+  for (int j = 0; j < d.cols; ++j) {
+    double m = 0.0;
+    for (double b : {d.colLower[j], d.colUpper[j]})
+      if (std::fabs(b) < 1e20) m = std::max(m, std::fabs(b));
+    for (int k = d.beg[j]; k < d.beg[j + 1]; ++k) reach[d.idx[k]] += std::fabs(d.val[k]) * m;
+  }
+  return reach.empty() ? 0.0 : *std::max_element(reach.begin(), reach.end());
+}
+
 bool AnyBranchFactor(const Problem& p) {
   for (double f : p.branchFactor)
     if (f != 0.0) return true;
@@ -45,7 +68,7 @@ int ThreadCount(const ZELQprob* prob) {
 }
 
 // Driver arguments for our parameters.
-std::vector<std::string> DriverArgs(const ZELQprob* prob, int logLevel, bool allowPreprocess) {
+std::vector<std::string> DriverArgs(const ZELQprob* prob, int logLevel, Reduction reduction) {
   const ParamSet& ps = prob->params;
   std::vector<std::string> a = {"zelq", "-log", std::to_string(logLevel), "-slog",
                                 std::to_string(logLevel > 1 ? 1 : 0)};
@@ -68,11 +91,11 @@ std::vector<std::string> DriverArgs(const ZELQprob* prob, int logLevel, bool all
   int threads = ThreadCount(prob);
   if (threads > 1) add("-threads", std::to_string(threads));
   bool preprocess = true;
-  if (ps.Get(IntParam::Presolve) == 0) {
+  if (ps.Get(IntParam::Presolve) == 0 || reduction == Reduction::kNone) {
     add("-presolve", "off");
     add("-preprocess", "off");
     preprocess = false;
-  } else if (AnyBranchFactor(prob->problem) || !allowPreprocess) {
+  } else if (AnyBranchFactor(prob->problem) || reduction == Reduction::kPresolveOnly) {
     add("-preprocess", "off");  // preprocessing renumbers columns and drops priorities
     preprocess = false;
   }
@@ -239,10 +262,10 @@ void StoreNoIntegerValue(ZELQprob* prob, int j) {
 }
 
 // Sets up Cbc's driver on the model and runs it with our parameters as arguments.
-void RunDriver(ZELQprob* prob, int level, bool allowPreprocess, SolveControl* control,
+void RunDriver(ZELQprob* prob, int level, Reduction reduction, SolveControl* control,
                CbcModel* model) {
   const MipStart start = ChooseMipStart(prob);
-  std::vector<std::string> args = DriverArgs(prob, level, allowPreprocess);
+  std::vector<std::string> args = DriverArgs(prob, level, reduction);
   std::vector<const char*> argv;
   for (const std::string& x : args) argv.push_back(x.c_str());
   CbcSolverUsefulData driverData;
@@ -270,7 +293,7 @@ bool IncumbentBroken(const ZELQprob* prob, CbcModel& model) {
 }
 
 // Runs Cbc on the problem's data; false when its incumbent breaks the problem.
-bool RunCbc(ZELQprob* prob, const CoinLpData& d, int level, bool allowPreprocess,
+bool RunCbc(ZELQprob* prob, const CoinLpData& d, int level, Reduction reduction,
             SolveControl* control) {
   CoinLogHandler handler(&prob->log, level);
   OsiClpSolverInterface osi;
@@ -280,7 +303,7 @@ bool RunCbc(ZELQprob* prob, const CoinLpData& d, int level, bool allowPreprocess
   osi.getModelPtr()->passInEventHandler(&clpStop);
   CbcModel model(osi);
   model.passInMessageHandler(&handler);
-  RunDriver(prob, level, allowPreprocess, control, &model);
+  RunDriver(prob, level, reduction, control, &model);
   if (IncumbentBroken(prob, model)) return false;
   StoreMipResults(prob, model, *control);
   return true;
@@ -317,12 +340,21 @@ int SolveMip(ZELQprob* prob) {
     prob->solution.solvingTime = control.Elapsed();
     return ZELQ_RETCODE_OK;
   }
+  Reduction first = Reduction::kFull, retry = Reduction::kPresolveOnly;
+  if (double reach = LargestBoundedActivity(d); reach >= kPresolveActivityLimit) {
+    char line[160];
+    std::snprintf(line, sizeof line,
+                  "A row's activity within the column bounds reaches %g; Cbc runs without presolve",
+                  reach);
+    prob->log.Line(line);
+    first = retry = Reduction::kNone;
+  }
   // Cbc's preprocessing can hand back an incumbent that breaks a row of the problem (seen with
   // a free integer column: x + y <= 4 came back with x + y = 7); the MIP is then solved again
   // without preprocessing.
-  if (!RunCbc(prob, d, level, true, &control)) {
+  if (!RunCbc(prob, d, level, first, &control)) {
     prob->log.Line("Cbc's solution breaks the problem; solving again without preprocessing");
-    if (!RunCbc(prob, d, level, false, &control)) StoreBrokenIncumbent(prob);
+    if (!RunCbc(prob, d, level, retry, &control)) StoreBrokenIncumbent(prob);
   }
   prob->solution.solvingTime = control.Elapsed();
   return ZELQ_RETCODE_OK;

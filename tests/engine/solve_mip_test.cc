@@ -295,6 +295,41 @@ TEST(SolveMip, LoggingOffWritesNothingAndOnReachesTheCallback) {
   }
 }
 
+// max 7x + 3z - 2u - 2v  s.t.  2x + z + a u + a v <= 0, x binary, z >= 0, u, v >= -1: the
+// optimum takes u = v = -1, x = 1 and z = 2a - 2. Within the bounds the row's activity reaches
+// 2a, past the 1e20 that COIN's presolve takes as infinite: with a = 1e20 (found by fuzzing) it
+// failed an assertion, with a = 5e19 it called the MIP infeasible. Below 1e18 presolve runs.
+TEST(SolveMip, RowsWhoseActivityReachesCoinInfinitySkipPresolve) {
+  for (double a : {1e20, 5e19, 1e17}) {
+    SCOPED_TRACE(testing::Message() << "element " << a);
+    Dense d;
+    d.m = 1, d.n = 4;
+    d.a = {2, 1, a, a};
+    d.obj = {7, 3, -2, -2};
+    d.type = {'B', 'C', 'C', 'C'};
+    d.sense = ZELQ_MAXIMIZE;
+    d.colLo = {0, 0, -1, -1};
+    d.colUp = {1, 1e30, 1e30, 1e30};
+    d.rowLo = {-1e30};
+    d.rowUp = {0};
+    QuietProb prob;
+    ASSERT_EQ(Load(prob, d), 0);
+    Lines lines;
+    ASSERT_EQ(ZELQ_SetIntParam(prob, "Logging", 1), 0);
+    ASSERT_EQ(ZELQ_SetIntParam(prob, "LogToConsole", 0), 0);
+    ASSERT_EQ(ZELQ_SetLogCallback(prob, Collect, &lines), 0);
+    ASSERT_EQ(ZELQ_Solve(prob), 0);
+    ASSERT_EQ(IntAttr(prob, "Status"), ZELQ_OPTIMAL);
+    EXPECT_NEAR(DblAttr(prob, "ObjVal") / (6 * a), 1.0, 1e-9);
+    std::vector<double> x(4);
+    ASSERT_EQ(ZELQ_GetSolution(prob, x.data()), 0);
+    EXPECT_NEAR(x[0], 1.0, 1e-6);
+    EXPECT_NEAR(x[2], -1.0, 1e-6);
+    EXPECT_NEAR(x[3], -1.0, 1e-6);
+    EXPECT_EQ(lines.Contains("Cbc runs without presolve"), a >= 5e17);
+  }
+}
+
 TEST(SolveMip, ParallelSearchAndBranchFactorsKeepTheOptimum) {
   const double best = BruteForceKnapsack();
   for (int threads : {1, 2}) {
