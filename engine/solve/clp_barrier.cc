@@ -24,7 +24,8 @@
 // model to ClpSimplex, which inside the barrier is a ClpInterior. The scaling is worked out
 // first on a copy of the LP, and an LP it would leave with such elements goes to the dual
 // simplex. So does an LP with elements of 1e12 or more that Clp's presolve finds infeasible or
-// unbounded: the barrier fails an assertion on some of them.
+// unbounded: the barrier fails an assertion on some of them. And so does an LP with a finite
+// bound of 1e19 or more, near the 1e20 the barrier reads as infinite.
 #include <algorithm>
 #include <cmath>
 #include <memory>
@@ -266,6 +267,21 @@ bool PresolveDecides(const ClpSimplex& m) {
   return reduced == nullptr;
 }
 
+// True when a finite bound of m, column or row, reaches 1e19 in magnitude. Clp's barrier takes
+// 1e20 as infinite, so a row bound moved there by a fixed column's activity (x fixed at 1e20
+// in x + 0.25 y <= 0) turns into no bound, or into one that excludes everything, and the
+// barrier then ran for over a minute without ending; the simplex found that LP infeasible at once.
+bool BoundNearInfinity(const ClpSimplex& m) {
+  auto near = [](const double* lo, const double* up, int count) {
+    for (int k = 0; k < count; ++k)
+      for (double b : {lo[k], up[k]})
+        if (std::fabs(b) >= 1e19 && std::fabs(b) < kClpInf) return true;
+    return false;
+  };
+  return near(m.columnLower(), m.columnUpper(), m.numberColumns()) ||
+         near(m.rowLower(), m.rowUpper(), m.numberRows());
+}
+
 // Solves m by the dual simplex instead of the barrier, saying why in the log; returns the
 // barrier iterations, 0.
 long DualSimplexInstead(ZELQprob* prob, ClpSimplex* m, const char* why) {
@@ -295,6 +311,10 @@ long RunClpBarrier(ZELQprob* prob, ClpSimplex* m, bool crossover, bool* basisVal
     }
   }
   ClpSimplex* target = sub ? sub.get() : m;
+  if (BoundNearInfinity(*target))
+    return DualSimplexInstead(prob, m,
+                              "a finite bound reaches 1e19, near what the barrier takes as "
+                              "infinite");
   if (PresolveDecides(*target))
     return DualSimplexInstead(prob, m, "presolve finds the LP infeasible or unbounded");
   if (ScalingLeavesTinyElements(*target))

@@ -283,6 +283,38 @@ TEST(SolveLp, BarrierHandsLpsClpCannotTakeToTheSimplex) {
   ASSERT_EQ(ZELQ_Solve(prob), 0);
   EXPECT_EQ(IntAttr(prob, "Status"), ZELQ_INFEASIBLE);
   EXPECT_EQ(IntAttr(prob, "BarrierIter"), 0);
+
+  // Bounds from 1e19 up, near what the barrier reads as infinite. Found by fuzzing: x0 fixed
+  // at 1e20 in x0 + x2 + 0.25 y <= 0 becomes 0.25 y <= -1e20 - 100 once the fixed columns are
+  // left out, and the barrier ran for over a minute on it (c5 = 1 and 0.25 c5 = 0 make the LP
+  // infeasible anyway).
+  Dense farFixed;  // columns x0, x1, x2, x3, x4, c5, z, y
+  farFixed.m = 5, farFixed.n = 8;
+  farFixed.a = {0, 0, 0, 0,  0, 0,    0.5, 0,     1, 0, 1, 0, 0, 0,    0, 0.25,
+                0, 0, 0, -4, 0, 0.25, 0,   -4,    0, 0, 0, 0, 0, 1,    0, 0,
+                0, 0, 0, 0,  0, 0.25, 0,   0};
+  farFixed.obj = {100, 100, 0, 0, 1, 1e6, 0, 0};
+  farFixed.sense = ZELQ_MAXIMIZE;
+  farFixed.colLo = {1e20, 100, 100, 0, 0, -1, 1, -1e30};
+  farFixed.colUp = {1e20, 100, 100, 0, 0, 1, 1, 1e30};
+  farFixed.rowLo = {0, -1e30, 0, 1, 0};
+  farFixed.rowUp = {1e30, 0, 0, 1, 0};
+  Dense farBound = row;  // min -x s.t. x + y <= 10, x in [0, 10], y in [-1e19, 0]: optimum -10
+  farBound.a = {1, 1};
+  farBound.obj = {-1, 0};
+  farBound.colLo = {0, -1e19};
+  farBound.colUp = {10, 0};
+  for (auto [lp, status] : {std::pair{&farFixed, ZELQ_INFEASIBLE}, {&farBound, ZELQ_OPTIMAL}}) {
+    QuietProb far;
+    ASSERT_EQ(Load(far, *lp), 0);
+    ASSERT_EQ(ZELQ_SetIntParam(far, "LpMethod", ZELQ_LPMETHOD_BARRIER), 0);
+    ASSERT_EQ(ZELQ_Solve(far), 0);
+    EXPECT_EQ(IntAttr(far, "Status"), status);
+    EXPECT_EQ(IntAttr(far, "BarrierIter"), 0);
+    if (status == ZELQ_OPTIMAL) {
+      EXPECT_NEAR(DblAttr(far, "ObjVal"), -10, 1e-9);
+    }
+  }
 }
 
 // Clp's barrier calls these LPs optimal (and its crossover agrees on the unbounded one): the
