@@ -270,12 +270,15 @@ bool PresolveDecides(const ClpSimplex& m) {
 // True when a finite bound of m, column or row, reaches 1e19 in magnitude. Clp's barrier takes
 // 1e20 as infinite, so a row bound moved there by a fixed column's activity (x fixed at 1e20
 // in x + 0.25 y <= 0) turns into no bound, or into one that excludes everything, and the
-// barrier then ran for over a minute without ending; the simplex found that LP infeasible at once.
+// barrier then ran for over a minute without ending; the simplex found that LP infeasible at
+// once. A lower bound above Clp's infinity of 1e27 is still a bound (2 x = 1e29 keeps its lower
+// bound of 1e29 and loses its upper one), and the barrier failed an assertion on it.
 bool BoundNearInfinity(const ClpSimplex& m) {
   auto near = [](const double* lo, const double* up, int count) {
-    for (int k = 0; k < count; ++k)
-      for (double b : {lo[k], up[k]})
-        if (std::fabs(b) >= 1e19 && std::fabs(b) < kClpInf) return true;
+    for (int k = 0; k < count; ++k) {
+      if (lo[k] >= 1e19 || (lo[k] <= -1e19 && lo[k] > -kClpInf)) return true;
+      if (up[k] <= -1e19 || (up[k] >= 1e19 && up[k] < kClpInf)) return true;
+    }
     return false;
   };
   return near(m.columnLower(), m.columnUpper(), m.numberColumns()) ||
