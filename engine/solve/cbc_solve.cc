@@ -42,7 +42,8 @@ enum class Reduction { kFull, kPresolveOnly, kNone };
 // leaves a margin of 100 (MIPLIB 3 reaches 1e12 at most).
 constexpr double kPresolveActivityLimit = 1e18;
 
-// The largest row activity the finite column bounds allow, in absolute value, of any row.
+// The largest row activity the finite column bounds allow, in absolute value, of any row;
+// bounds from 1e20 up count as infinite, as in COIN, and add nothing.
 double LargestBoundedActivity(const CoinLpData& d) {
   std::vector<double> reach(d.rows, 0.0);
   for (int j = 0; j < d.cols; ++j) {
@@ -342,11 +343,9 @@ int SolveMip(ZELQprob* prob) {
   }
   Reduction first = Reduction::kFull, retry = Reduction::kPresolveOnly;
   if (double reach = LargestBoundedActivity(d); reach >= kPresolveActivityLimit) {
-    char line[160];
-    std::snprintf(line, sizeof line,
-                  "A row's activity within the column bounds reaches %g; Cbc runs without presolve",
-                  reach);
-    prob->log.Line(line);
+    prob->log.Printf("A row's activity within the column bounds reaches %g; Cbc runs without "
+                     "presolve",
+                     reach);
     first = retry = Reduction::kNone;
   }
   // Cbc's preprocessing can hand back an incumbent that breaks a row of the problem (seen with
