@@ -35,6 +35,7 @@ Dense Textbook(int sense) {
   return d;
 }
 
+// Loads lp into prob and solves it by barrier with the given Crossover (-1 is the default).
 void SolveBarrier(ZELQprob* prob, const Dense& lp, int crossover) {
   ASSERT_EQ(Load(prob, lp), 0);
   ASSERT_EQ(ZELQ_SetIntParam(prob, "LpMethod", ZELQ_LPMETHOD_BARRIER), 0);
@@ -222,9 +223,7 @@ TEST(SolveLp, BarrierLeavesOutFixedColumns) {
   lone.rowLo = {1};
   lone.rowUp = {1e30};
   QuietProb prob;
-  ASSERT_EQ(Load(prob, lone), 0);
-  ASSERT_EQ(ZELQ_SetIntParam(prob, "LpMethod", ZELQ_LPMETHOD_BARRIER), 0);
-  ASSERT_EQ(ZELQ_Solve(prob), 0);
+  ASSERT_NO_FATAL_FAILURE(SolveBarrier(prob, lone, -1));
   EXPECT_EQ(IntAttr(prob, "Status"), ZELQ_OPTIMAL);
   EXPECT_NEAR(DblAttr(prob, "ObjVal"), 1e8, 1e-6);
   EXPECT_EQ(IntAttr(prob, "BarrierIter"), 0);
@@ -314,9 +313,7 @@ TEST(SolveLp, BarrierHandsLpsClpCannotTakeToTheSimplex) {
   for (const Case& c : cases) {
     SCOPED_TRACE(c.name);
     QuietProb prob;
-    ASSERT_EQ(Load(prob, *c.lp), 0);
-    ASSERT_EQ(ZELQ_SetIntParam(prob, "LpMethod", ZELQ_LPMETHOD_BARRIER), 0);
-    ASSERT_EQ(ZELQ_Solve(prob), 0);
+    ASSERT_NO_FATAL_FAILURE(SolveBarrier(prob, *c.lp, -1));
     EXPECT_EQ(IntAttr(prob, "Status"), c.status);
     EXPECT_EQ(IntAttr(prob, "BarrierIter") > 0, c.barrier);
     if (c.status == ZELQ_OPTIMAL) {
@@ -349,10 +346,7 @@ TEST(SolveLp, BarrierDoesNotCallInfeasibleOrUnboundedLpsOptimal) {
     for (int crossover : {-1, 0}) {
       SCOPED_TRACE(testing::Message() << "status " << status << " crossover " << crossover);
       QuietProb prob;
-      ASSERT_EQ(Load(prob, *lp), 0);
-      ASSERT_EQ(ZELQ_SetIntParam(prob, "LpMethod", ZELQ_LPMETHOD_BARRIER), 0);
-      ASSERT_EQ(ZELQ_SetIntParam(prob, "Crossover", crossover), 0);
-      ASSERT_EQ(ZELQ_Solve(prob), 0);
+      ASSERT_NO_FATAL_FAILURE(SolveBarrier(prob, *lp, crossover));
       EXPECT_EQ(IntAttr(prob, "Status"), status);
       EXPECT_GT(IntAttr(prob, "BarrierIter"), 0);
     }
